@@ -1,0 +1,114 @@
+#include "PellixKernel/PellixDriver.h"
+
+#include <glog/logging.h>
+
+#include "Common/Source/FileCheckUtils.h"
+#include "Common/Source/text_forms.h"
+#include "PellixKernel/file_type_sniff.h"
+#include "errors/result_codes.h"
+
+CPellixDriver* CPellixDriver::s_p_instance_ = nullptr;
+
+namespace {
+
+bool isSpecialType(int file_type) {
+  switch (file_type) {
+    case FT_AI:
+    case FT_PSD:
+    case FT_CDR_ZIP:
+    case FT_CDR_RIFF:
+    case FT_PDF:
+    case FT_JC:
+    case FT_PCX:
+      return true;
+    default:
+      return false;
+  }
+}
+
+// A request whose route this build doesn't carry is answered with the code of a missing
+// preview module, and said so in the log.
+int routeMissing(const char* caller, const char* route, const std::wstring& path) {
+  LOG(ERROR) << caller << " " << route << " is not available, src_image:" << wsToUtf8(path)
+             << ", err_code:" << codes::kPreviewModuleFailed;
+  return codes::kPreviewModuleFailed;
+}
+
+}  // namespace
+
+CPellixDriver::CPellixDriver() { LOG(INFO) << "CPellixDriver::CPellixDriver" << " start"; }
+
+CPellixDriver::~CPellixDriver() = default;
+
+int CPellixDriver::getView(const std::wstring& src_image, uint32_t width, uint32_t height,
+                           bool keep_ratio, const std::wstring& image_dst_path,
+                           std::vector<std::wstring>& previews, bool time_suffix,
+                           uint32_t reserved) {
+  previews.clear();
+  if (!FileCheckUtils::isExists(src_image)) return codes::kSourceMissing;
+  if (image_dst_path.empty()) return codes::kNoPreviewFolder;
+  const std::wstring path = FileCheckUtils::addLongPathPrefix(src_image);
+  const int file_type = sniffFileType(path);
+  if (file_type == FT_UNKNOWN) {
+    const size_t dot = src_image.rfind(L'.');
+    const bool has_extension = dot != std::wstring::npos && dot + 1 < src_image.size();
+    return has_extension ? codes::kUnknownFormat : codes::kNoExtension;
+  }
+  if (isSpecialType(file_type)) {
+    ViewRequest request;
+    request.keep_ratio = keep_ratio;
+    request.reserved = reserved;
+    request.height = height;
+    request.width = width;
+    request.file_type = file_type;
+    request.src_image = src_image;
+    request.image_dst_path = image_dst_path;
+    return _getSpecailTypeView(request, previews);
+  }
+  (void)time_suffix;
+  return routeMissing("CPellixDriver::getView", "raster route", path);
+}
+
+int CPellixDriver::getZoomView(const std::wstring& src_image, uint32_t width, uint32_t height,
+                               bool keep_ratio, const std::wstring& image_dst_path,
+                               std::wstring& out_path) {
+  if (!FileCheckUtils::isExists(src_image)) return codes::kSourceMissing;
+  if (image_dst_path.empty()) return codes::kNoPreviewFolder;
+  if (sniffFileType(src_image) != FT_IMAGE) return codes::kNotZoomable;
+  (void)width, (void)height, (void)keep_ratio, (void)out_path;
+  return routeMissing("CPellixDriver::getZoomView", "raster route", src_image);
+}
+
+int CPellixDriver::zoomJpg(const std::wstring& src_image, uint32_t width, uint32_t height,
+                           const std::wstring& out_path) {
+  if (sniffFileType(src_image) != FT_IMAGE) return codes::kNotZoomable;
+  (void)width, (void)height, (void)out_path;
+  return routeMissing("CPellixDriver::zoomJpg", "raster route", src_image);
+}
+
+int CPellixDriver::cutImage(const std::string& src, std::shared_ptr<ImageRange> p_img_range,
+                            const std::string& dst, int view_max) {
+  if (!p_img_range) {
+    LOG(ERROR) << "CPellixDriver::cutImage" << " p_img_range is null";
+    return codes::kBadArgument;
+  }
+  (void)dst, (void)view_max;
+  return routeMissing("CPellixDriver::cutImage", "image slicing", utf8ToWs(src));
+}
+
+bool CPellixDriver::startJCHEngine() { return false; }
+
+bool CPellixDriver::stopTools() { return false; }
+
+void CPellixDriver::setStopFlag(bool stop) { (void)stop; }
+
+void CPellixDriver::reserved7() {}
+
+void CPellixDriver::refreshThumbBasePath() {}
+
+int CPellixDriver::_getSpecailTypeView(const ViewRequest& request,
+                                       std::vector<std::wstring>& previews) {
+  (void)previews;
+  return routeMissing("CPellixDriver::_getSpecailTypeView", "document route",
+                      request.src_image);
+}
