@@ -74,7 +74,7 @@ class Env {
  public:
   virtual ~Env() = default;
 
-  // The process's one platform object, made at first use and never destroyed.
+  // The process's one platform object, made at first use.
   static Env* Default();
 
   // ---- Drive table and path forms ----

@@ -454,8 +454,9 @@ class PosixEnv final : public Env {
 }  // namespace
 
 Env* Env::Default() {
-  static PosixEnv* env = new PosixEnv();
-  return env;
+  // Holds no state, so it may be destroyed with the module that holds it.
+  static PosixEnv env;
+  return &env;
 }
 
 }  // namespace platform
