@@ -70,6 +70,31 @@ struct DirEntry {
   bool is_folder = false;
 };
 
+// A child process that StartProcess started; what it holds is the implementation's. The
+// handle belongs to whoever started the process, until CloseProcess.
+struct ChildProcess;
+using ProcessHandle = ChildProcess*;
+
+// What a wait on a child process came to.
+enum class WaitResult {
+  kFinished,  // the process has ended
+  kTimedOut,  // the time passed and the process still runs
+  kFailed,    // no process to wait on, or the wait itself failed
+};
+
+// How a child process ended.
+struct ProcessExit {
+  int code = 0;              // its exit status, or 128 + the signal when a signal ended it
+  int signal = 0;            // the signal that ended it, 0 when it ended by itself
+  bool core_dumped = false;  // the system wrote a core dump of it
+};
+
+// One running process: its id and the file name of the program file it runs.
+struct ProcessEntry {
+  int64_t id = 0;
+  std::wstring program_name;  // the file name alone, whole, without its folder
+};
+
 class Env {
  public:
   virtual ~Env() = default;
@@ -166,6 +191,54 @@ class Env {
 
   // Unloads a library that LoadLibrary gave; false if the platform refused.
   virtual bool FreeLibrary(void* library) = 0;
+
+  // ---- Child processes ----
+
+  // Starts the program file at `program` (a Windows path) as a hidden child process and
+  // gives its handle; null when it couldn't be started, and `status` (when given) says why.
+  //  - No shell takes part. `arguments` is split into arguments by the Windows rules
+  //    (SplitWindowsArguments) and the program receives exactly those, after its own POSIX
+  //    path as the first.
+  //  - Hidden: its standard input, output and error are the null device, it runs in a
+  //    session of its own without a terminal (a Ctrl-C typed to this process's terminal
+  //    doesn't reach it), it gets no other descriptor of this process, and a crash of it
+  //    leaves no core dump. Signals start with their default handling, none blocked.
+  //  - It inherits the working folder and the environment, where PELLIX_DRIVE_TABLE names
+  //    the drive table of this process: the Windows paths it is given mean to it what they
+  //    mean here.
+  // The handle belongs to the caller, who closes it with CloseProcess.
+  virtual ProcessHandle StartProcess(const std::wstring& program, const std::wstring& arguments,
+                                     Status* status) = 0;
+
+  // Waits at most `milliseconds` (0xFFFFFFFF: without a limit) for the process to end.
+  // kFinished when it has ended, at once for one that ended before; kTimedOut when the time
+  // passed while it runs; kFailed for a null handle or a wait that failed.
+  virtual WaitResult WaitForProcess(ProcessHandle process, uint32_t milliseconds) = 0;
+
+  // How the process ended; false while it runs, for a null handle, and when someone else
+  // reaped it so that its end can't be told any more.
+  virtual bool GetProcessExit(ProcessHandle process, ProcessExit* exit) = 0;
+
+  // The id of the process, as ListProcesses gives it; 0 for a null handle.
+  virtual int64_t GetProcessId(ProcessHandle process) = 0;
+
+  // Frees the handle; a null handle is ignored. Closing a handle does nothing to its
+  // process: a child that still runs goes on running (a server started this way outlives
+  // the call that started it). Whoever closes the handle reaps the child: one that has
+  // ended is reaped here, and one that still runs is reaped by this layer the moment it
+  // ends, so that no ended child stays behind as a zombie.
+  virtual void CloseProcess(ProcessHandle process) = 0;
+
+  // The processes that run now, each with the file name of the program file it runs (for
+  // a script, its interpreter), whole even where the system keeps a shortened name, and
+  // without its folder. A process that has ended and waits to be reaped isn't listed.
+  virtual std::vector<ProcessEntry> ListProcesses() = 0;
+
+  // Ends the process of the entry at once (it can't catch or ignore that), provided its id
+  // still names a running process of the entry's program: kNotFound when the process has
+  // gone or its id now runs another program, kAccessDenied when this process may not end
+  // it. Returns without waiting for the end.
+  virtual Status KillProcess(const ProcessEntry& process) = 0;
 
   // ---- Clock ----
 

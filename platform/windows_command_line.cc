@@ -10,7 +10,7 @@ bool IsBlank(wchar_t c) { return c == L' ' || c == L'\t'; }
 std::vector<std::wstring> SplitWindowsArguments(const std::wstring& arguments) {
   std::vector<std::wstring> args;
   std::wstring current;
-  bool started = false;    // `current` is an argument, even if an empty one
+  bool started = false;  // `current` is an argument, even if an empty one
   bool in_quotes = false;
   size_t backslashes = 0;  // backslashes seen but not yet written
 

@@ -5,6 +5,7 @@
 #include <random>
 
 #include "platform/windows_path.h"
+#include "testing/test_support.h"
 
 namespace platform {
 namespace {
@@ -85,25 +86,6 @@ TEST(SplitWindowsCommandLineTest, TheProgramNameHasItsOwnRules) {
   }
 }
 
-// The usual way a caller quotes one argument for the splitter: quotes around it when it
-// needs them, backslashes doubled where they come before a quote.
-std::wstring Quote(const std::wstring& arg) {
-  if (!arg.empty() && arg.find_first_of(L" \t\"") == std::wstring::npos) return arg;
-  std::wstring out = L"\"";
-  size_t backslashes = 0;
-  for (wchar_t c : arg) {
-    if (c == L'\\') {
-      ++backslashes;
-      continue;
-    }
-    out.append(c == L'"' ? backslashes * 2 + 1 : backslashes, L'\\');
-    backslashes = 0;
-    out.push_back(c);
-  }
-  out.append(backslashes * 2, L'\\');
-  return out + L"\"";
-}
-
 TEST(SplitWindowsArgumentsTest, QuotedArgumentsComeBackWhole) {
   const std::wstring alphabet = L"a \t\"\\图$;()'%*";
   std::mt19937 random(20261123);
@@ -114,7 +96,7 @@ TEST(SplitWindowsArgumentsTest, QuotedArgumentsComeBackWhole) {
       for (size_t i = 0; i < length; ++i) a.push_back(alphabet[random() % alphabet.size()]);
     }
     std::wstring line;
-    for (const std::wstring& a : args) line += L" " + Quote(a);
+    for (const std::wstring& a : args) line += L" " + pellix_test::quoteWindowsArgument(a);
     ASSERT_EQ(Show(SplitWindowsArguments(line)), Show(args)) << "line: " << Utf16ToFileName(line);
     ASSERT_EQ(Show(SplitWindowsCommandLine(L"\"C:\\p q\\x.exe\"" + line)),
               "[C:\\p q\\x.exe]" + Show(args))

@@ -21,8 +21,8 @@ namespace pellix_test {
 
 TempDir::TempDir() {
   const char* base = std::getenv("TMPDIR");
-  std::string pattern = std::string(base != nullptr && base[0] == '/' ? base : "/tmp") +
-                        "/pellix-test-XXXXXX";
+  std::string pattern =
+      std::string(base != nullptr && base[0] == '/' ? base : "/tmp") + "/pellix-test-XXXXXX";
   char* made = ::mkdtemp(pattern.data());
   if (made == nullptr) ADD_FAILURE() << "mkdtemp failed: " << std::strerror(errno);
   path_ = pattern;
@@ -165,5 +165,46 @@ void copyFile(const std::string& from, const std::string& to) {
 }
 
 std::string stageBin() { return PELLIX_STAGE_BIN; }
+
+std::wstring quoteWindowsArgument(const std::wstring& arg) {
+  if (!arg.empty() && arg.find_first_of(L" \t\"") == std::wstring::npos) return arg;
+  std::wstring out = L"\"";
+  size_t backslashes = 0;
+  for (wchar_t c : arg) {
+    if (c == L'\\') {
+      ++backslashes;
+      continue;
+    }
+    out.append(c == L'"' ? backslashes * 2 + 1 : backslashes, L'\\');
+    backslashes = 0;
+    out.push_back(c);
+  }
+  out.append(backslashes * 2, L'\\');
+  return out + L"\"";
+}
+
+std::string childStandin() { return PELLIX_CHILD_STANDIN; }
+
+std::string copyStandin(const std::string& folder, const std::string& name) {
+  std::filesystem::create_directories(folder);
+  const std::string to = folder + "/" + name;
+  copyFile(childStandin(), to);
+  return to;
+}
+
+char processState(long long pid) {
+  const std::string stat = readFile("/proc/" + std::to_string(pid) + "/stat");
+  const size_t close = stat.rfind(')');
+  if (close == std::string::npos || close + 2 >= stat.size()) return 0;
+  return stat[close + 2];
+}
+
+bool waitUntil(const std::function<bool()>& done, int seconds) {
+  for (int i = 0; i < seconds * 100; ++i) {
+    if (done()) return true;
+    ::usleep(10000);
+  }
+  return done();
+}
 
 }  // namespace pellix_test

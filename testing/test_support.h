@@ -5,6 +5,7 @@
 
 #include <glog/logging.h>
 
+#include <functional>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -85,6 +86,24 @@ void copyFile(const std::string& from, const std::string& to);
 
 // The staged install tree's bin folder.
 std::string stageBin();
+
+// One argument quoted for a Windows command line, the way careful callers quote: quotes
+// around it when it needs them, backslashes doubled before a quote.
+std::wstring quoteWindowsArgument(const std::wstring& arg);
+
+// The test program that stands in for a converter: it hangs, crashes, writes slowly or
+// reports what it was given (see testing/child_standin.cc).
+std::string childStandin();
+
+// A copy of the stand-in under another file name, so that it runs under that name.
+std::string copyStandin(const std::string& folder, const std::string& name);
+
+// The state letter of a process in /proc ('R', 'S', 'Z'...), or 0 when there is no process
+// of that id at all (reaped).
+char processState(long long pid);
+
+// Checks `done` every 10 ms until it holds or `seconds` have passed; whether it held.
+bool waitUntil(const std::function<bool()>& done, int seconds = 10);
 
 }  // namespace pellix_test
 

@@ -25,7 +25,6 @@
 #include "platform/posix/env_posix.h"
 
 namespace platform {
-namespace {
 
 Status StatusFromErrno(int err) {
   Status s;
@@ -36,6 +35,7 @@ Status StatusFromErrno(int err) {
       s.kind = ErrorKind::kNone;
       break;
     case ENOENT:
+    case ESRCH:
     case ENOTDIR:
     case ENAMETOOLONG:
     case ELOOP:
@@ -66,32 +66,14 @@ Status StatusFromErrno(int err) {
   return s;
 }
 
+namespace {
+
 Status NoDrive() {
   Status s;
   s.kind = ErrorKind::kNotFound;
   s.message = "no drive holds the path";
   return s;
 }
-
-// Closes a descriptor when it goes out of scope.
-class Fd {
- public:
-  explicit Fd(int fd) : fd_(fd) {}
-  ~Fd() {
-    if (fd_ >= 0) ::close(fd_);
-  }
-  Fd(const Fd&) = delete;
-  Fd& operator=(const Fd&) = delete;
-  int get() const { return fd_; }
-  int release() {
-    int fd = fd_;
-    fd_ = -1;
-    return fd;
-  }
-
- private:
-  int fd_;
-};
 
 std::string RealPath(const std::string& path) {
   char buf[PATH_MAX];
@@ -162,11 +144,18 @@ bool IsRemovableDevice(dev_t dev) {
 
 }  // namespace
 
+std::string DriveTableFolder() {
+  const char* given = std::getenv("PELLIX_DRIVE_TABLE");
+  if (given != nullptr && given[0] == '/') return given;
+  const std::string program = ProgramPosixPath();
+  if (program.empty()) return std::string();
+  return program.substr(0, program.rfind('/') + 1) + "dosdevices";
+}
+
 std::vector<DriveRoot> PosixEnv::GetDriveTable() {
   std::vector<DriveRoot> table;
-  const std::string program = ProgramPosixPath();
-  const std::string devices = program.substr(0, program.rfind('/') + 1) + "dosdevices";
-  if (!program.empty() && IsPosixFolder(devices)) {
+  const std::string devices = DriveTableFolder();
+  if (!devices.empty() && IsPosixFolder(devices)) {
     DIR* dir = ::opendir(devices.c_str());
     if (dir == nullptr) return table;
     while (struct dirent* e = ::readdir(dir)) {

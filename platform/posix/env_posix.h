@@ -3,12 +3,41 @@
 #ifndef PLATFORM_POSIX_ENV_POSIX_H_
 #define PLATFORM_POSIX_ENV_POSIX_H_
 
+#include <unistd.h>
+
 #include <string>
 #include <vector>
 
 #include "platform/env.h"
 
 namespace platform {
+
+// A descriptor, closed when it goes out of scope.
+class Fd {
+ public:
+  explicit Fd(int fd) : fd_(fd) {}
+  ~Fd() {
+    if (fd_ >= 0) ::close(fd_);
+  }
+  Fd(const Fd&) = delete;
+  Fd& operator=(const Fd&) = delete;
+  int get() const { return fd_; }
+  int release() {
+    int fd = fd_;
+    fd_ = -1;
+    return fd;
+  }
+
+ private:
+  int fd_;
+};
+
+// errno turned into the platform's outcome; every errno of the layer passes through here.
+Status StatusFromErrno(int err);
+
+// The folder that holds the drive table in force: the one PELLIX_DRIVE_TABLE names (an
+// absolute path), else dosdevices/ beside the program file. Empty when neither is known.
+std::string DriveTableFolder();
 
 class PosixEnv final : public Env {
  public:
@@ -37,6 +66,14 @@ class PosixEnv final : public Env {
   void* LoadLibrary(const std::wstring& path, std::string* error) override;
   void* GetLibrarySymbol(void* library, const char* name) override;
   bool FreeLibrary(void* library) override;
+  ProcessHandle StartProcess(const std::wstring& program, const std::wstring& arguments,
+                             Status* status) override;
+  WaitResult WaitForProcess(ProcessHandle process, uint32_t milliseconds) override;
+  bool GetProcessExit(ProcessHandle process, ProcessExit* exit) override;
+  int64_t GetProcessId(ProcessHandle process) override;
+  void CloseProcess(ProcessHandle process) override;
+  std::vector<ProcessEntry> ListProcesses() override;
+  Status KillProcess(const ProcessEntry& process) override;
   int64_t NowSeconds() override;
   uint64_t NowMicros() override;
   void SleepForMicroseconds(uint64_t micros) override;
