@@ -9,6 +9,7 @@ packages=(
   g++ cmake ninja-build pkg-config
   # libraries
   libgoogle-glog-dev libsqlite3-dev libopencv-dev libvips-dev libqpdf-dev
+  libgraphicsmagick1-dev
   # tests and benchmarks
   libgtest-dev libgmock-dev libbenchmark-dev sqlite3 util-linux
   # converters the kernel drives, and the peers of the benchmarks

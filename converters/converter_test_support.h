@@ -1,0 +1,65 @@
+// What the converter tests share: a drive table of their own, the converters run as the
+// kernel runs them, and pictures made byte by byte and read back through real GraphicsMagick.
+#ifndef CONVERTERS_CONVERTER_TEST_SUPPORT_H_
+#define CONVERTERS_CONVERTER_TEST_SUPPORT_H_
+
+#include <array>
+#include <functional>
+#include <string>
+
+#include "platform/env.h"
+#include "testing/test_support.h"
+
+namespace converter_test {
+
+// Drives D: and E: with roots of odd names inside a temporary folder, and S: for the stage
+// tree's Utils folder, in force (for this process and the converters it starts) while the
+// object lives.
+class TestDrives {
+ public:
+  TestDrives();
+  ~TestDrives();
+  TestDrives(const TestDrives&) = delete;
+  TestDrives& operator=(const TestDrives&) = delete;
+
+  // The POSIX roots of the two drives.
+  const std::string& d() const { return d_; }
+  const std::string& e() const { return e_; }
+  const pellix_test::TempDir& tmp() const { return tmp_; }
+
+ private:
+  pellix_test::TempDir tmp_;
+  std::string d_, e_;
+};
+
+// The Windows path of a converter of the stage tree ("GM\\gm.exe", "gswin32c.exe"...)
+// while TestDrives lives.
+std::wstring converterPath(const std::wstring& name_in_utils);
+
+// Runs the converter with the command line as the kernel does, waits for it (a minute at
+// most) and gives how it ended; fails the test when it didn't end.
+platform::ProcessExit runLikeTheKernel(const std::wstring& exe, const std::wstring& line);
+
+using Rgb = std::array<int, 3>;
+
+// A binary PPM picture of the given size, each pixel from `colour`.
+std::string makePpm(int width, int height, const std::function<Rgb(int x, int y)>& colour);
+
+// A picture as real GraphicsMagick reads it.
+struct Picture {
+  std::string format;  // as gm names it: "JPEG", "PNG"...
+  int width = 0;
+  int height = 0;
+  std::string rgb;  // three bytes a pixel, row by row
+
+  Rgb at(int x, int y) const;
+};
+Picture readPicture(const std::string& path);
+
+// Each channel within `tolerance` of the other's.
+bool near(const Rgb& a, const Rgb& b, int tolerance = 40);
+std::string show(const Rgb& c);
+
+}  // namespace converter_test
+
+#endif  // CONVERTERS_CONVERTER_TEST_SUPPORT_H_
