@@ -2,7 +2,9 @@
 // that misbehave on purpose. Copied under other file names it runs under those names.
 //
 //   child_standin hang                      sleeps until it is killed
-//   child_standin crash                     dies of SIGSEGV
+//   child_standin crash                     dies of SIGSEGV, in the folder of its own
+//                                           program file, so that a core file, should the
+//                                           system write one, never lands in a source tree
 //   child_standin exit CODE                 ends with that exit status
 //   child_standin write-slowly FILE N MS    appends N blocks of 1000 bytes to FILE, MS apart
 //   child_standin args FILE ...             writes every argument, its own path first, each
@@ -73,6 +75,13 @@ int main(int argc, char** argv) {
     for (;;) ::pause();
   }
   if (mode == "crash") {
+    // The core-file limit is left as it came: the tests check that it was 0.
+    char self[PATH_MAX] = {};
+    if (::readlink("/proc/self/exe", self, sizeof(self) - 1) > 0) {
+      std::string folder(self);
+      folder.resize(folder.rfind('/') + 1);
+      if (::chdir(folder.c_str()) != 0) return 4;
+    }
     // A sanitizer's own handler would turn the crash into an orderly exit.
     ::signal(SIGSEGV, SIG_DFL);
     ::raise(SIGSEGV);
