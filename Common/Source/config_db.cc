@@ -61,6 +61,21 @@ bool formatInto(char* buffer, size_t size, const char* format, const std::string
   return n >= 0 && static_cast<size_t>(n) < size;
 }
 
+// Runs a query by sqlite3_get_table and gives its first data cell, the one behind the header
+// cell. False when the query failed, found no row, or the cell is NULL (which only other
+// writers make; it reads as no value).
+bool firstCell(sqlite3* db, const char* sql, std::string* cell) {
+  char** table = nullptr;
+  int rows = 0, columns = 0;
+  char* error = nullptr;
+  const int rc = sqlite3_get_table(db, sql, &table, &rows, &columns, &error);
+  const bool found = rc == SQLITE_OK && rows != 0 && columns != 0 && table[1] != nullptr;
+  if (found) *cell = table[1];
+  sqlite3_free_table(table);
+  sqlite3_free(error);
+  return found;
+}
+
 }  // namespace
 
 ConfigDB::ConfigDB() : db_helper_(std::make_shared<ConfigDBHelper>(this)) {}
@@ -129,17 +144,7 @@ bool ConfigDB::queryValue(const std::string& key, std::string& value) {
     LOG(ERROR) << "common_hepler::ConfigDB::queryValue" << " refused, key too long:" << key.size();
     return false;
   }
-  if (db_ == nullptr) return false;
-  char** table = nullptr;
-  int rows = 0, columns = 0;
-  char* error = nullptr;
-  const int rc = sqlite3_get_table(db_, sql, &table, &rows, &columns, &error);
-  // A NULL value comes only from other writers; it reads as no value.
-  const bool found = rc == SQLITE_OK && rows != 0 && columns != 0 && table[1] != nullptr;
-  if (found) value = table[1];
-  sqlite3_free_table(table);
-  sqlite3_free(error);
-  return found;
+  return db_ != nullptr && firstCell(db_, sql, &value);
 }
 
 bool ConfigDB::saveValue(const std::string& key, const std::string& value) {
@@ -157,14 +162,9 @@ bool ConfigDB::saveValue(const std::string& key, const std::string& value) {
     return false;
   }
   if (db_ == nullptr) return false;
-  char** table = nullptr;
-  int rows = 0, columns = 0;
-  char* error = nullptr;
-  const int rc = sqlite3_get_table(db_, sql, &table, &rows, &columns, &error);
-  const bool exists = rc == SQLITE_OK && rows != 0 && columns != 0 && table[1] != nullptr &&
-                      std::atoi(table[1]) != 0;
-  sqlite3_free_table(table);
-  sqlite3_free(error);
+  // A failed count goes on as an INSERT.
+  std::string count;
+  const bool exists = firstCell(db_, sql, &count) && std::atoi(count.c_str()) != 0;
   const std::string statement = exists ? formatText(kUpdate, value.c_str(), key.c_str())
                                        : formatText(kInsert, key.c_str(), value.c_str());
   return sqlite3_exec(db_, statement.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK;
