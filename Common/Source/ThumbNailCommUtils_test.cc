@@ -30,8 +30,14 @@ const std::wstring& previewRoot() {
   return root;
 }
 
-TEST(PreviewPathTest, RegularPathsAndPages) {
-  previewRoot();
+// Every test of paths runs with the preview root of this process set, so that nothing looks
+// for a default disk.
+class PreviewPathTest : public testing::Test {
+ protected:
+  void SetUp() override { previewRoot(); }
+};
+
+TEST_F(PreviewPathTest, RegularPathsAndPages) {
   EXPECT_EQ(U::getThumbPath(L"D:\\Design\\Spring\\Logo.PSD", L"E:\\Thumbs\\mid"),
             L"E:\\Thumbs\\mid\\Logo.PSD.1.jpg");
   EXPECT_EQ(U::getThumbPath(L"Logo.PSD", L"E:\\t"), L"E:\\t\\.1.jpg") << "no '\\', no name";
@@ -65,7 +71,7 @@ TEST(PreviewPathTest, RegularPathsAndPages) {
   EXPECT_EQ(U::insertBeforeExt(L"D:\\a\\b", L"_x"), L"D:\\a\\b");
 }
 
-TEST(PreviewPathTest, LongPathPreviewsNameTheVolumeAndTheFoldedPath) {
+TEST_F(PreviewPathTest, LongPathPreviewsNameTheVolumeAndTheFoldedPath) {
   const std::wstring& root = previewRoot();
   const std::wstring serial_c = DeviceCommUtils::getVolSerial(L"C:\\");
   const std::wstring serial_z = DeviceCommUtils::getVolSerial(L"Z:\\");
@@ -100,7 +106,7 @@ TEST(PreviewPathTest, LongPathPreviewsNameTheVolumeAndTheFoldedPath) {
       << "setting the root marks it";
 }
 
-TEST(PreviewPathTest, DigestsFoldAsciiOnlyAndHashUtf8Bytes) {
+TEST_F(PreviewPathTest, DigestsFoldAsciiOnlyAndHashUtf8Bytes) {
   EXPECT_EQ(U::getPathMd5("Design\\Spring\\Logo.PSD"), "b433355feaba314a9778676a6c8eb550");
   EXPECT_EQ(U::getPathMd5(""), "");
   EXPECT_EQ(U::getPathMd5("ÄB\\图"), U::getPathMd5("Äb\\图"));
@@ -116,7 +122,7 @@ TEST(PreviewPathTest, DigestsFoldAsciiOnlyAndHashUtf8Bytes) {
   EXPECT_EQ(U::getPathMd5(wsToUtf8(pair)), md5_pair.hexDigest());
 }
 
-TEST(PreviewPathTest, TheTreeAndTheSizeFolders) {
+TEST_F(PreviewPathTest, TheTreeAndTheSizeFolders) {
   struct Tree {
     const wchar_t* path;
     bool in_tree;
