@@ -6,6 +6,8 @@
 
 #include <filesystem>
 
+#include "Common/Source/text_forms.h"
+#include "Common/includes/sys_utils.h"
 #include "testing/settings_file.h"
 #include "testing/test_support.h"
 
@@ -169,6 +171,22 @@ TEST(ConfigDBHelperTest, WithoutAConfigDBEveryCallSaysSo) {
   EXPECT_EQ(helper.getValue("thumb_type", "jpg"), "jpg");
   EXPECT_FALSE(helper.setValue("thumb_type", 3));
   EXPECT_EQ(log.count("ConfigDBHelper::checkDB db_ is null"), 2);
+}
+
+TEST(DiskWriteTestTest, TestsTheDriveOfWhatItIsGiven) {
+  pellix_test::useOwnHome();  // C: is this process's own home folder
+  for (const wchar_t* disk : {L"C", L"C:", L"C:\\some\\longer\\path"}) {
+    LogCapture log;
+    EXPECT_TRUE(SystemUtils::isDiskRW_OK(disk)) << wsToUtf8(disk);
+    EXPECT_EQ(log.count("FileCommUtils::deleteFolder del_folder:C:\\tmp_kvn_"), 1)
+        << wsToUtf8(disk);
+  }
+  EXPECT_FALSE(SystemUtils::isDiskRW_OK(L"Q:"));
+  LogCapture log;
+  EXPECT_FALSE(SystemUtils::isDiskRW_OK(L""));
+  EXPECT_EQ(log.count("SystemUtils::isDiskRW_OK disk_root is empty"), 1);
+  EXPECT_FALSE(ConfigDB().setThumbFileBasePath("test", L""));
+  EXPECT_EQ(log.lines().size(), 1u) << "an empty root changes nothing and logs nothing";
 }
 
 TEST(SplitByCommaTest, LeavesOutEmptyPieces) {
