@@ -207,4 +207,15 @@ bool waitUntil(const std::function<bool()>& done, int seconds) {
   return done();
 }
 
+const std::string& useOwnHome() {
+  static TempDir home;
+  static const bool set = [] {
+    ::setenv("HOME", home.path().c_str(), 1);
+    ::unsetenv("XDG_DATA_HOME");
+    return true;
+  }();
+  (void)set;
+  return home.path();
+}
+
 }  // namespace pellix_test

@@ -105,6 +105,11 @@ char processState(long long pid);
 // Checks `done` every 10 ms until it holds or `seconds` have passed; whether it held.
 bool waitUntil(const std::function<bool()>& done, int seconds = 10);
 
+// Gives this test process a home folder of its own, made at the first call and removed at
+// exit, with XDG_DATA_HOME cleared: settings that the code under test finds through the home
+// folder never touch the real user's. Call it before anything reads the home folder.
+const std::string& useOwnHome();
+
 }  // namespace pellix_test
 
 #endif  // TESTING_TEST_SUPPORT_H_
