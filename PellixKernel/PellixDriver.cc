@@ -5,6 +5,7 @@
 #include "Common/Source/FileCheckUtils.h"
 #include "Common/Source/config_db.h"
 #include "Common/Source/text_forms.h"
+#include "PellixKernel/MultiImage.h"
 #include "PellixKernel/file_type_sniff.h"
 #include "errors/result_codes.h"
 
@@ -37,9 +38,15 @@ int routeMissing(const char* caller, const char* route, const std::wstring& path
 
 }  // namespace
 
-CPellixDriver::CPellixDriver() { LOG(INFO) << "CPellixDriver::CPellixDriver" << " start"; }
+CPellixDriver::CPellixDriver() {
+  LOG(INFO) << "CPellixDriver::CPellixDriver" << " start";
+  multi_image_ = new MultiImage(this);
+}
 
-CPellixDriver::~CPellixDriver() = default;
+CPellixDriver::~CPellixDriver() {
+  delete multi_image_;
+  multi_image_ = nullptr;
+}
 
 int CPellixDriver::getView(const std::wstring& src_image, uint32_t width, uint32_t height,
                            bool keep_ratio, const std::wstring& image_dst_path,
@@ -99,9 +106,15 @@ int CPellixDriver::cutImage(const std::string& src, std::shared_ptr<ImageRange> 
 
 bool CPellixDriver::startJCHEngine() { return false; }
 
-bool CPellixDriver::stopTools() { return false; }
+bool CPellixDriver::stopTools() { return MultiImage::stopTools(); }
 
-void CPellixDriver::setStopFlag(bool stop) { (void)stop; }
+// May come from another thread at any time. The mutex isn't taken: a wake-up lost to that
+// costs at most the rest of the waiting route's tick.
+void CPellixDriver::setStopFlag(bool stop) {
+  if (multi_image_ == nullptr) return;
+  multi_image_->stop_requested_.exchange(stop);
+  multi_image_->stop_cond_.notify_all();
+}
 
 void CPellixDriver::reserved7() {}
 

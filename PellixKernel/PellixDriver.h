@@ -40,6 +40,8 @@ class CPellixDriver : public IPellix {
   void refreshThumbBasePath() override;
 
  private:
+  friend struct DriverTestAccess;  // the tests' way to the private members
+
   int _getSpecailTypeView(const ViewRequest& request, std::vector<std::wstring>& previews);
 
   MagicImage* magic_image_ = nullptr;  // raster route; made last, destroyed first
