@@ -67,6 +67,11 @@ int MultiImage::getViewByCmd(const std::wstring& src, int file_type, const Size&
       LOG(ERROR) << "MultiImage::getViewByCmd"
                  << " do use MagicImage::getViewByGDI first";
       return codes::kUnknownFormat;
+    case FT_AI:
+    case FT_PDF:
+      return _getViewPDF_AI(src, dst);
+    case FT_PCX:
+      return _getViewPCX(src, dst);
     case FT_PSD:
     case FT_CDR_ZIP:
     case FT_CDR_RIFF:
@@ -75,6 +80,19 @@ int MultiImage::getViewByCmd(const std::wstring& src, int file_type, const Size&
     default:
       return codes::kOk;
   }
+}
+
+std::wstring MultiImage::_lowerExtension(const std::wstring& path) {
+  const size_t dot = path.rfind(L'.');
+  std::wstring ext = dot == std::wstring::npos ? std::wstring() : path.substr(dot + 1);
+  for (wchar_t& c : ext) {
+    if (c >= L'A' && c <= L'Z') c = static_cast<wchar_t>(c - L'A' + L'a');
+  }
+  return ext;
+}
+
+double MultiImage::_secondsSince(uint64_t start_micros) {
+  return static_cast<double>(platform::Env::Default()->NowMicros() - start_micros) / 1e6;
 }
 
 int MultiImage::_checkPaths(const std::wstring& src, const std::wstring& dst,
@@ -116,7 +134,7 @@ bool MultiImage::_waitChild(platform::ProcessHandle process, std::wstring tool_n
         break;
       }
       // An overrun isn't killed yet: an output it left may still count.
-      if (static_cast<double>(env->NowMicros() - start) / 1e6 > limit_s) {
+      if (_secondsSince(start) > limit_s) {
         *timed_out = true;
         break;
       }

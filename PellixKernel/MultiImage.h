@@ -53,6 +53,11 @@ class MultiImage {
   int getViewByCmd(const std::wstring& src, int file_type, const Size& size,
                    const std::wstring& dst);
 
+  // Converts `src` to `dst` at the size with GraphicsMagick; a TIFF that comes out white
+  // all over is made again flattened, grey and negated. 0 or a result code.
+  int getViewByGMExe(const std::wstring& src, const std::wstring& dst, unsigned width,
+                     unsigned height);
+
   // Ends the stray converters of the document routes. True if neither the preview server
   // nor the JC program was running.
   static bool stopTools();
@@ -74,6 +79,19 @@ class MultiImage {
   // Sleeps up to `milliseconds`, cut short by a stop request, which it consumes. Whether
   // there was one.
   bool _waitStop(int milliseconds);
+
+  // The routes of the document types.
+  int _getViewPDF_AI(const std::wstring& src, const std::wstring& dst);
+  int _getViewPCX(const std::wstring& src, const std::wstring& dst);
+
+  // One run of gm.exe with `command`, watched on `dst`: 0 or 2229.
+  int _runGM(const std::wstring& tool, const std::wstring& command, const std::wstring& dst);
+
+  // The extension of a path (the text after its last dot), in lower case.
+  static std::wstring _lowerExtension(const std::wstring& path);
+
+  // Seconds of the steady clock since `start_micros`.
+  static double _secondsSince(uint64_t start_micros);
 
   // The full path of a tool: its folder, '\', its file name.
   std::wstring _toolPath(const std::wstring& key, const std::wstring& file_name) const;

@@ -47,6 +47,80 @@ std::string makePpm(int width, int height, const std::function<Rgb(int x, int y)
   return bytes;
 }
 
+void put16(std::string* bytes, size_t at, int value) {
+  (*bytes)[at] = static_cast<char>(value & 0xFF);
+  (*bytes)[at + 1] = static_cast<char>((value >> 8) & 0xFF);
+}
+
+namespace {
+
+// Run-length coding of one scan line: a count byte (0xC0 + n) before a repeated byte, or
+// the byte alone when it stands once and is below 0xC0.
+std::string encodeLine(const std::string& raw) {
+  std::string out;
+  for (size_t i = 0; i < raw.size();) {
+    size_t n = 1;
+    while (i + n < raw.size() && raw[i + n] == raw[i] && n < 63) ++n;
+    if (n > 1 || static_cast<unsigned char>(raw[i]) >= 0xC0) {
+      out.push_back(static_cast<char>(0xC0 | n));
+    }
+    out.push_back(raw[i]);
+    i += n;
+  }
+  return out;
+}
+
+}  // namespace
+
+std::string makePcx(int bits, int planes, int width, int height,
+                    const std::function<int(int, int, int)>& value, const std::string& palette) {
+  std::string bytes(128, '\0');
+  const int bytes_per_line = ((width * bits + 7) / 8 + 1) / 2 * 2;
+  bytes[0] = 0x0A;  // maker
+  bytes[1] = 5;     // version
+  bytes[2] = 1;     // run-length coded
+  bytes[3] = static_cast<char>(bits);
+  put16(&bytes, 8, width - 1);
+  put16(&bytes, 10, height - 1);
+  put16(&bytes, 12, 72);
+  put16(&bytes, 14, 72);
+  for (int i = 0; i < 3; ++i) bytes[16 + 3 + i] = static_cast<char>(0xFF);  // entry 1: white
+  bytes[65] = static_cast<char>(planes);
+  put16(&bytes, 66, bytes_per_line);
+  put16(&bytes, 68, 1);
+  for (int y = 0; y < height; ++y) {
+    std::string raw;
+    for (int plane = 0; plane < planes; ++plane) {
+      std::string line(static_cast<size_t>(bytes_per_line), '\0');
+      for (int x = 0; x < width; ++x) {
+        const int v = value(x, y, plane);
+        if (bits == 8) {
+          line[static_cast<size_t>(x)] = static_cast<char>(v);
+        } else if (v != 0) {
+          line[static_cast<size_t>(x / 8)] |= static_cast<char>(0x80 >> (x % 8));
+        }
+      }
+      raw += line;
+    }
+    bytes += encodeLine(raw);
+  }
+  if (!palette.empty()) bytes += '\x0C' + palette;
+  return bytes;
+}
+
+void makePdf(const std::string& pdf_path, const std::string& postscript) {
+  const std::string ps_path = pdf_path + ".ps";
+  // Ghostscript's output name is a pattern, in which "%%" stands for '%'.
+  std::string pattern;
+  for (char c : pdf_path) pattern += c == '%' ? std::string("%%") : std::string(1, c);
+  pellix_test::writeFile(ps_path, postscript);
+  const pellix_test::RunResult made =
+      pellix_test::run({"/usr/bin/gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE",
+                        "-sDEVICE=pdfwrite", "-sOutputFile=" + pattern, ps_path});
+  ::unlink(ps_path.c_str());
+  ASSERT_EQ(made.status, 0) << made.err;
+}
+
 Rgb Picture::at(int x, int y) const {
   const size_t i =
       (static_cast<size_t>(y) * static_cast<size_t>(width) + static_cast<size_t>(x)) * 3;

@@ -56,6 +56,19 @@ struct Picture {
 };
 Picture readPicture(const std::string& path);
 
+// Writes a 16-bit little-endian number at `at`.
+void put16(std::string* bytes, size_t at, int value);
+
+// A PCX file: `bits` a pixel in each of `planes` planes, `value(x, y, plane)` the pixel's
+// value in the plane; `palette` (768 bytes) is appended for 8-bit pictures of one plane.
+std::string makePcx(int bits, int planes, int width, int height,
+                    const std::function<int(int, int, int)>& value,
+                    const std::string& palette = std::string());
+
+// Turns PostScript into the PDF `pdf_path` with the real Ghostscript; fails the test when
+// Ghostscript does.
+void makePdf(const std::string& pdf_path, const std::string& postscript);
+
 // Each channel within `tolerance` of the other's.
 bool near(const Rgb& a, const Rgb& b, int tolerance = 40);
 std::string show(const Rgb& c);

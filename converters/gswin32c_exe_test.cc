@@ -52,17 +52,13 @@ std::string psString(const std::string& text) {
 const Rgb kPageColours[] = {{255, 0, 0}, {0, 160, 0}, {0, 0, 255}};
 
 // A PDF of three one-inch pages in the colours above, made by Ghostscript.
-void makePdf(const std::string& folder, const std::string& name) {
+void makeThreePagePdf(const std::string& folder, const std::string& name) {
   std::string ps = "%!PS\n<< /PageSize [72 72] >> setpagedevice\n";
   for (const Rgb& c : kPageColours) {
     ps += std::to_string(c[0] / 255.0) + " " + std::to_string(c[1] / 255.0) + " " +
           std::to_string(c[2] / 255.0) + " setrgbcolor 0 0 72 72 rectfill showpage\n";
   }
-  writeFile(folder + "/source.ps", ps);
-  const pellix_test::RunResult made =
-      pellix_test::run({"/usr/bin/gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-sDEVICE=pdfwrite",
-                        "-sOutputFile=" + folder + "/" + name, folder + "/source.ps"});
-  ASSERT_EQ(made.status, 0) << made.err;
+  converter_test::makePdf(folder + "/" + name, ps);
 }
 
 std::vector<std::string> listFolder(const std::string& path) {
@@ -78,7 +74,7 @@ std::vector<std::string> listFolder(const std::string& path) {
 
 TEST(GswinExeTest, RendersEveryPageThroughTheMaskIntoAFolderWithAPercentSign) {
   TestDrives drives;
-  makePdf(drives.d(), "doc 图.pdf");
+  makeThreePagePdf(drives.d(), "doc 图.pdf");
   drives.tmp().mkdir("disk e 图/previews 100%");
   // The kernel doubles the '%' of the destination and puts the page field in.
   const std::wstring mask = L"E:\\previews 100%%\\doc 图.pdf.%d.jpg";
@@ -140,7 +136,7 @@ TEST(GswinExeTest, AnEpsFileCantReachTheFileSystemEvenWhenTheLineSaysNoSafer) {
 
 TEST(GswinExeTest, OptionsBeyondRenderingRefuseTheWholeLine) {
   TestDrives drives;
-  makePdf(drives.d(), "doc.pdf");
+  makeThreePagePdf(drives.d(), "doc.pdf");
   const std::string marker = drives.tmp().path() + "/ran";
   struct Case {
     const char* why;
@@ -218,7 +214,7 @@ TEST(GswinExeTest, KillingTheConverterByNameEndsGhostscriptAndItsLeftoversGoLate
   EXPECT_FALSE(fileExists(drives.e() + "/endless.jpg"));
   // The killed converter couldn't clear its temporary folder; the next one does.
   EXPECT_EQ(listFolder(scratch).size(), 1u);
-  makePdf(drives.d(), "doc.pdf");
+  makeThreePagePdf(drives.d(), "doc.pdf");
   EXPECT_EQ(
       runLikeTheKernel(converterPath(kGs), line(kSinglePage, L"E:\\d.jpg", L"D:\\doc.pdf")).code,
       0);

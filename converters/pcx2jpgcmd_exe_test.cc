@@ -22,66 +22,6 @@ std::wstring pcxLine(const std::wstring& src, const std::wstring& folder) {
   return L" -i \"" + src + L"\" -o \"" + folder + L"\"";
 }
 
-void put16(std::string* bytes, size_t at, int value) {
-  (*bytes)[at] = static_cast<char>(value & 0xFF);
-  (*bytes)[at + 1] = static_cast<char>((value >> 8) & 0xFF);
-}
-
-// Run-length coding of one scan line: a count byte (0xC0 + n) before a repeated byte, or
-// the byte alone when it stands once and is below 0xC0.
-std::string encodeLine(const std::string& raw) {
-  std::string out;
-  for (size_t i = 0; i < raw.size();) {
-    size_t n = 1;
-    while (i + n < raw.size() && raw[i + n] == raw[i] && n < 63) ++n;
-    if (n > 1 || static_cast<unsigned char>(raw[i]) >= 0xC0) {
-      out.push_back(static_cast<char>(0xC0 | n));
-    }
-    out.push_back(raw[i]);
-    i += n;
-  }
-  return out;
-}
-
-// A PCX file: `bits` a pixel in each of `planes` planes, `value(x, y, plane)` the pixel's
-// value in the plane; `palette` (768 bytes) is appended for 8-bit pictures of one plane.
-std::string makePcx(int bits, int planes, int width, int height,
-                    const std::function<int(int, int, int)>& value,
-                    const std::string& palette = std::string()) {
-  std::string bytes(128, '\0');
-  const int bytes_per_line = ((width * bits + 7) / 8 + 1) / 2 * 2;
-  bytes[0] = 0x0A;  // maker
-  bytes[1] = 5;     // version
-  bytes[2] = 1;     // run-length coded
-  bytes[3] = static_cast<char>(bits);
-  put16(&bytes, 8, width - 1);
-  put16(&bytes, 10, height - 1);
-  put16(&bytes, 12, 72);
-  put16(&bytes, 14, 72);
-  for (int i = 0; i < 3; ++i) bytes[16 + 3 + i] = static_cast<char>(0xFF);  // entry 1: white
-  bytes[65] = static_cast<char>(planes);
-  put16(&bytes, 66, bytes_per_line);
-  put16(&bytes, 68, 1);
-  for (int y = 0; y < height; ++y) {
-    std::string raw;
-    for (int plane = 0; plane < planes; ++plane) {
-      std::string line(static_cast<size_t>(bytes_per_line), '\0');
-      for (int x = 0; x < width; ++x) {
-        const int v = value(x, y, plane);
-        if (bits == 8) {
-          line[static_cast<size_t>(x)] = static_cast<char>(v);
-        } else if (v != 0) {
-          line[static_cast<size_t>(x / 8)] |= static_cast<char>(0x80 >> (x % 8));
-        }
-      }
-      raw += line;
-    }
-    bytes += encodeLine(raw);
-  }
-  if (!palette.empty()) bytes += '\x0C' + palette;
-  return bytes;
-}
-
 const Rgb kWarm = {200, 30, 40};
 const Rgb kCool = {30, 180, 60};
 const Rgb kYellow = {250, 200, 0};
