@@ -122,10 +122,3 @@ void CPellixDriver::refreshThumbBasePath() {
   // Only the re-read counts: it refreshes the preview root that every later request uses.
   common_hepler::ConfigDB::getInstance()->getThumbFileBasePathFromDB();
 }
-
-int CPellixDriver::_getSpecailTypeView(const ViewRequest& request,
-                                       std::vector<std::wstring>& previews) {
-  (void)previews;
-  return routeMissing("CPellixDriver::_getSpecailTypeView", "document route",
-                      request.src_image);
-}

@@ -44,6 +44,12 @@ class CPellixDriver : public IPellix {
 
   int _getSpecailTypeView(const ViewRequest& request, std::vector<std::wstring>& previews);
 
+  // Finds the pages a route left beside `image_dst_one_path` and zooms each in place.
+  int _collectMultiPreviewThenZoom(uint32_t width, uint32_t height, bool keep_ratio,
+                                   const std::wstring& image_dst_path,
+                                   const std::wstring& image_dst_one_path,
+                                   std::vector<std::wstring>& previews);
+
   MagicImage* magic_image_ = nullptr;  // raster route; made last, destroyed first
   MultiImage* multi_image_ = nullptr;  // document routes; made before magic_image_
 };
