@@ -6,8 +6,12 @@
 #include "Common/Source/text_forms.h"
 #include "PellixKernel/file_type_sniff.h"
 #include "errors/result_codes.h"
+#include "platform/env.h"
+#include "tessel_dll/kernel_library.h"
+#include "tessel_dll/tessel_dll_loader.h"
 
 CPellixDriver* CPellixDriver::s_p_instance_ = nullptr;
+ITesselKernel* CPellixDriver::s_p_meta_data_ = nullptr;
 
 namespace {
 
@@ -36,9 +40,44 @@ int routeMissing(const char* caller, const char* route, const std::wstring& path
 
 }  // namespace
 
-CPellixDriver::CPellixDriver() { LOG(INFO) << "CPellixDriver::CPellixDriver" << " start"; }
+// The siblings are optional: without one the driver serves what it can.
+CPellixDriver::CPellixDriver() {
+  LOG(INFO) << "CPellixDriver::CPellixDriver" << " start";
+  if (LoadKernelLibrary(kTesselKernelDll) == kLibraryOk) {
+    void* meta_data = nullptr;
+    if (AccquireInterface(kTesselKernelInterfaceId, &meta_data) == kLibraryOk) {
+      s_p_meta_data_ = static_cast<ITesselKernel*>(meta_data);
+    }
+    if (s_p_meta_data_ != nullptr) {
+      LOG(INFO) << "CPellixDriver::CPellixDriver" << " OK";
+    } else {
+      LOG(ERROR) << "CPellixDriver::CPellixDriver" << " AccquireInterface["
+                 << kTesselKernelInterfaceId << "] failed.";
+    }
+  } else {
+    LOG(ERROR) << "CPellixDriver::CPellixDriver" << " LoadKernelLibrary[" << kTesselKernelDll
+               << "] failed";
+  }
+  if (!TesselDllLoader::loadOpencvDll()) {
+    LOG(ERROR) << "CPellixDriver::CPellixDriver" << " load " << kTesselOpenCvDll << "failed";
+  }
+}
 
-CPellixDriver::~CPellixDriver() = default;
+// Not the mirror of the start: the imaging services stop before the image module goes.
+CPellixDriver::~CPellixDriver() {
+  if (s_p_meta_data_ != nullptr) {
+    ReleaseInterface(kTesselKernelInterfaceId);
+    FreeKernelLibrary(kTesselKernelDll);
+    s_p_meta_data_ = nullptr;
+  }
+  platform::Env::Default()->StopImaging(g_gdiplus_token);
+  g_gdiplus_token = 0;
+  if (TesselDllLoader::s_p_tessel_opencv_ != nullptr) {
+    ReleaseInterface(kTesselOpenCvInterfaceId);
+    FreeKernelLibrary(kTesselOpenCvDll);
+    TesselDllLoader::s_p_tessel_opencv_ = nullptr;
+  }
+}
 
 int CPellixDriver::getView(const std::wstring& src_image, uint32_t width, uint32_t height,
                            bool keep_ratio, const std::wstring& image_dst_path,
@@ -105,6 +144,15 @@ void CPellixDriver::setStopFlag(bool stop) { (void)stop; }
 void CPellixDriver::reserved7() {}
 
 void CPellixDriver::refreshThumbBasePath() {}
+
+int CPellixDriver::readMetaData(const std::wstring& path, MetaDataValues& values,
+                                bool want_thumbnails) {
+  const std::string narrow = CodeConv::ws2s(path);
+  if (narrow.empty()) return codes::kPathNotUsable;
+  if (!FileCheckUtils::isExists(narrow)) return codes::kSourceMissing;
+  if (s_p_meta_data_ == nullptr) return codes::kMetaModuleFailed;
+  return s_p_meta_data_->read(narrow.c_str(), values, want_thumbnails);
+}
 
 int CPellixDriver::_getSpecailTypeView(const ViewRequest& request,
                                        std::vector<std::wstring>& previews) {
