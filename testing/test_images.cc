@@ -67,6 +67,22 @@ std::string pngClaiming(uint32_t width, uint32_t height) {
          pngChunk("IDAT", zlib) + pngChunk("IEND", "");
 }
 
+std::string withExifOrientation(const std::string& encoded, int orientation) {
+  // A little-endian TIFF structure with one entry: tag 274, SHORT, one value.
+  std::string exif("II*\0\x08\0\0\0\x01\0\x12\x01\x03\0\x01\0\0\0", 18);
+  exif += std::string{static_cast<char>(orientation), '\0', '\0', '\0'};
+  exif += std::string(4, '\0');
+  if (encoded.compare(0, 2, "\xFF\xD8") == 0) {
+    const std::string payload = std::string("Exif\0\0", 6) + exif;
+    const size_t length = payload.size() + 2;
+    const std::string segment = std::string("\xFF\xE1", 2) + static_cast<char>(length >> 8) +
+                                static_cast<char>(length & 0xFF) + payload;
+    return encoded.substr(0, 2) + segment + encoded.substr(2);
+  }
+  const size_t after_header = 8 + 12 + 13;  // signature, then IHDR with its 13 bytes
+  return encoded.substr(0, after_header) + pngChunk("eXIf", exif) + encoded.substr(after_header);
+}
+
 cv::Mat pixelsOf(const std::string& path, int flags) { return cv::imread(path, flags); }
 
 cv::Vec3b bgrAt(const cv::Mat& image, int x, int y) { return image.at<cv::Vec3b>(y, x); }

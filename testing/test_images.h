@@ -25,6 +25,10 @@ std::string plainImage(const std::string& path, int width, int height, const std
 // holds a single row's worth of bytes at most.
 std::string pngClaiming(uint32_t width, uint32_t height);
 
+// `encoded` (a JPEG or a PNG) with EXIF data declaring `orientation`: an APP1 segment after
+// the start of a JPEG, an eXIf chunk after the header of a PNG.
+std::string withExifOrientation(const std::string& encoded, int orientation);
+
 // The file's pixels as OpenCV decodes them with `flags`; empty when it can't.
 cv::Mat pixelsOf(const std::string& path, int flags = 1 /* colour */);
 
