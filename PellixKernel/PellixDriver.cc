@@ -3,6 +3,7 @@
 #include <glog/logging.h>
 
 #include "Common/Source/FileCheckUtils.h"
+#include "Common/Source/config_db.h"
 #include "Common/Source/text_forms.h"
 #include "PellixKernel/file_type_sniff.h"
 #include "errors/result_codes.h"
@@ -143,7 +144,10 @@ void CPellixDriver::setStopFlag(bool stop) { (void)stop; }
 
 void CPellixDriver::reserved7() {}
 
-void CPellixDriver::refreshThumbBasePath() {}
+void CPellixDriver::refreshThumbBasePath() {
+  // Only the re-read counts: it refreshes the preview root that every later request uses.
+  common_hepler::ConfigDB::getInstance()->getThumbFileBasePathFromDB();
+}
 
 int CPellixDriver::readMetaData(const std::wstring& path, MetaDataValues& values,
                                 bool want_thumbnails) {

@@ -16,6 +16,8 @@ inline constexpr int kExitInterrupted = 130;
 int runSniff(const Args& args);
 int runPreview(const Args& args);
 int runErrors(const Args& args);
+int runConfig(const Args& args);
+int runWhere(const Args& args);
 
 // Prints "pellix: " and the text on the standard error stream, with the hint to --help, and
 // gives kExitUsage.

@@ -3,6 +3,8 @@
 #include <limits.h>
 #include <unistd.h>
 
+#include <cctype>
+
 #include "platform/env.h"
 
 std::string absolutePosixPath(const std::string& path) {
@@ -14,6 +16,16 @@ std::string absolutePosixPath(const std::string& path) {
 
 bool toKernelPath(const std::string& posix_path, std::wstring* windows_path) {
   return platform::Env::Default()->ToWindowsPath(absolutePosixPath(posix_path), windows_path);
+}
+
+bool kernelPathOfArgument(const std::string& argument, std::wstring* windows_path) {
+  const bool drive_form = argument.size() >= 2 && argument[1] == ':' &&
+                          std::isalpha(static_cast<unsigned char>(argument[0]));
+  if (drive_form || argument.rfind("\\\\", 0) == 0) {
+    *windows_path = platform::FileNameToUtf16(argument);
+    return true;
+  }
+  return toKernelPath(argument, windows_path);
 }
 
 std::string fromKernelPath(const std::wstring& windows_path) {

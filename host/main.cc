@@ -18,6 +18,13 @@ constexpr char kUsage[] =
     "                            previews of each file (folders are walked) into DIR;\n"
     "                            per file its code, message and the previews made\n"
     "  errors [CODE...]          the message of each code, or the whole table\n"
+    "  config get KEY            the value stored under KEY in the settings table\n"
+    "  config set KEY VALUE      stores VALUE under KEY (thumb_base_path takes a folder)\n"
+    "  config list               every key and value of the settings table\n"
+    "  where SRC DIR             where the previews of SRC for the folder DIR go: the\n"
+    "                            preview root, the regular preview, and the preview in\n"
+    "                            the long-path tree when the regular path is too long;\n"
+    "                            a line each, kind, tab, POSIX path, tab, Windows path\n"
     "\n"
     "Options:\n"
     "  -v, --verbose             show the kernel's log from INFO up (default: ERROR lines)\n"
@@ -35,6 +42,8 @@ constexpr Command kCommands[] = {
     {"sniff", runSniff},
     {"preview", runPreview},
     {"errors", runErrors},
+    {"config", runConfig},
+    {"where", runWhere},
 };
 
 }  // namespace

@@ -76,6 +76,17 @@ TEST(PellixCliTest, AnUnreadableDocumentIsJudgedByItsNameAlone) {
   EXPECT_NE(r.out.find("\"code\":2001"), std::string::npos) << r.out << r.err;
 }
 
+TEST(PellixCliTest, OverLongAndEmptyPathsGetCodesNotCrashes) {
+  TempDir tmp;
+  const std::string too_long = tmp.path() + "/" + std::string(5000, 'a') + ".jpg";
+  const std::string empty = tmp.write("empty.xyz", "");
+  const RunResult r = pellix({"preview", "--json", "-o", tmp.path(), too_long, empty});
+  EXPECT_EQ(r.status, 1) << r.err;
+  EXPECT_NE(r.out.find("\"code\":2201"), std::string::npos) << r.out;
+  EXPECT_NE(r.out.find("empty.xyz\",\"code\":2001"), std::string::npos) << r.out;
+  EXPECT_NE(r.err.find("2 of 2 files"), std::string::npos) << r.err;
+}
+
 TEST(PellixCliTest, ErrorsPrintsMessagesAndTheTable) {
   RunResult r = pellix({"errors", "2229", "2081", "12345"});
   EXPECT_EQ(r.status, 1) << "a code outside the table";

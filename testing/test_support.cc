@@ -166,4 +166,15 @@ void copyFile(const std::string& from, const std::string& to) {
 
 std::string stageBin() { return PELLIX_STAGE_BIN; }
 
+const std::string& useOwnHome() {
+  static TempDir home;
+  static const bool set = [] {
+    ::setenv("HOME", home.path().c_str(), 1);
+    ::unsetenv("XDG_DATA_HOME");
+    return true;
+  }();
+  (void)set;
+  return home.path();
+}
+
 }  // namespace pellix_test

@@ -86,6 +86,11 @@ void copyFile(const std::string& from, const std::string& to);
 // The staged install tree's bin folder.
 std::string stageBin();
 
+// Gives this test process a home folder of its own, made at the first call and removed at
+// exit, with XDG_DATA_HOME cleared: settings that the code under test finds through the home
+// folder never touch the real user's. Call it before anything reads the home folder.
+const std::string& useOwnHome();
+
 }  // namespace pellix_test
 
 #endif  // TESTING_TEST_SUPPORT_H_
