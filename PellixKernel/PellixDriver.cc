@@ -2,14 +2,20 @@
 
 #include <glog/logging.h>
 
+#include <functional>
+
 #include "Common/Source/FileCheckUtils.h"
 #include "Common/Source/config_db.h"
 #include "Common/Source/text_forms.h"
 #include "PellixKernel/MultiImage.h"
 #include "PellixKernel/file_type_sniff.h"
 #include "errors/result_codes.h"
+#include "platform/env.h"
+#include "tessel_dll/kernel_library.h"
+#include "tessel_dll/tessel_dll_loader.h"
 
 CPellixDriver* CPellixDriver::s_p_instance_ = nullptr;
+ITesselKernel* CPellixDriver::s_p_meta_data_ = nullptr;
 
 namespace {
 
@@ -38,14 +44,49 @@ int routeMissing(const char* caller, const char* route, const std::wstring& path
 
 }  // namespace
 
+// The siblings are optional: without one the driver serves what it can.
 CPellixDriver::CPellixDriver() {
   LOG(INFO) << "CPellixDriver::CPellixDriver" << " start";
+  if (LoadKernelLibrary(kTesselKernelDll) == kLibraryOk) {
+    void* meta_data = nullptr;
+    if (AccquireInterface(kTesselKernelInterfaceId, &meta_data) == kLibraryOk) {
+      s_p_meta_data_ = static_cast<ITesselKernel*>(meta_data);
+    }
+    if (s_p_meta_data_ != nullptr) {
+      LOG(INFO) << "CPellixDriver::CPellixDriver" << " OK";
+    } else {
+      LOG(ERROR) << "CPellixDriver::CPellixDriver" << " AccquireInterface["
+                 << kTesselKernelInterfaceId << "] failed.";
+    }
+  } else {
+    LOG(ERROR) << "CPellixDriver::CPellixDriver" << " LoadKernelLibrary[" << kTesselKernelDll
+               << "] failed";
+  }
+  if (!TesselDllLoader::loadOpencvDll()) {
+    LOG(ERROR) << "CPellixDriver::CPellixDriver" << " load " << kTesselOpenCvDll << "failed";
+  }
   multi_image_ = new MultiImage(this);
+  multi_image_->meta_data_handler_ =
+      std::bind(&CPellixDriver::readMetaData, this, std::placeholders::_1, std::placeholders::_2,
+                std::placeholders::_3);
 }
 
+// Not the mirror of the start: the imaging services stop before the image module goes.
 CPellixDriver::~CPellixDriver() {
   delete multi_image_;
   multi_image_ = nullptr;
+  if (s_p_meta_data_ != nullptr) {
+    ReleaseInterface(kTesselKernelInterfaceId);
+    FreeKernelLibrary(kTesselKernelDll);
+    s_p_meta_data_ = nullptr;
+  }
+  platform::Env::Default()->StopImaging(g_gdiplus_token);
+  g_gdiplus_token = 0;
+  if (TesselDllLoader::s_p_tessel_opencv_ != nullptr) {
+    ReleaseInterface(kTesselOpenCvInterfaceId);
+    FreeKernelLibrary(kTesselOpenCvDll);
+    TesselDllLoader::s_p_tessel_opencv_ = nullptr;
+  }
 }
 
 int CPellixDriver::getView(const std::wstring& src_image, uint32_t width, uint32_t height,
@@ -121,4 +162,13 @@ void CPellixDriver::reserved7() {}
 void CPellixDriver::refreshThumbBasePath() {
   // Only the re-read counts: it refreshes the preview root that every later request uses.
   common_hepler::ConfigDB::getInstance()->getThumbFileBasePathFromDB();
+}
+
+int CPellixDriver::readMetaData(const std::wstring& path, MetaDataValues& values,
+                                bool want_thumbnails) {
+  const std::string narrow = CodeConv::ws2s(path);
+  if (narrow.empty()) return codes::kPathNotUsable;
+  if (!FileCheckUtils::isExists(narrow)) return codes::kSourceMissing;
+  if (s_p_meta_data_ == nullptr) return codes::kMetaModuleFailed;
+  return s_p_meta_data_->read(narrow.c_str(), values, want_thumbnails);
 }
