@@ -87,6 +87,10 @@ class MultiImage {
   // One run of gm.exe with `command`, watched on `dst`: 0 or 2229.
   int _runGM(const std::wstring& tool, const std::wstring& command, const std::wstring& dst);
 
+  // Logs the line after `label`, runs it (unless it is too long) and logs a failure.
+  int _runGMLine(const std::wstring& tool, const std::wstring& line, const char* label,
+                 const std::wstring& src, const std::wstring& dst);
+
   // The extension of a path (the text after its last dot), in lower case.
   static std::wstring _lowerExtension(const std::wstring& path);
 

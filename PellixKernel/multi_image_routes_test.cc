@@ -419,5 +419,44 @@ TEST(GmRouteTest, ConvertsAtTheWantedSizeOrSaysWhyNot) {
             codes::kSourceMissing);
 }
 
+TEST(GmRouteTest, ATiffThatComesOutWhiteIsMadeAgainNegated) {
+  TestDrives drives;
+  const std::string white = drives.tmp().write("white.ppm", makePpm(60, 40, [](int, int) {
+    return Rgb{255, 255, 255};
+  }));
+  const std::string grey =
+      drives.tmp().write("grey.ppm", makePpm(60, 40, [](int, int) { return Rgb{128, 128, 128}; }));
+  struct Case {
+    std::string name;
+    std::string picture;
+    bool again;
+    int level;  // of the preview's grey
+  } cases[] = {
+      {"white.tif", white, true, 0},
+      {"shouting.TIF", white, true, 0},
+      {"grey.tiff", grey, false, 128},
+      {"white.png", white, false, 255},
+  };
+  for (const Case& c : cases) {
+    const pellix_test::RunResult made =
+        pellix_test::run({"/usr/bin/gm", "convert", c.picture, drives.d() + "/" + c.name});
+    ASSERT_EQ(made.status, 0) << made.err;
+    MultiImage multi(nullptr);
+    prepare(multi, "1");
+    LogCapture log;
+    const std::wstring dst = L"E:\\" + utf8ToWs(c.name) + L".jpg";
+    EXPECT_EQ(multi.getViewByGMExe(L"D:\\" + utf8ToWs(c.name), dst, 30, 30), codes::kOk)
+        << "row: " << c.name;
+    EXPECT_EQ(log.count(" gm_cmd(for white): convert -size 30x30 \"D:\\" + c.name +
+                        "\" -flatten -colorspace Gray -negate -resize 30x30 +profile \"*\""),
+              c.again ? 1 : 0)
+        << "row: " << c.name;
+    const Picture p = readPicture(drives.e() + "/" + c.name + ".jpg");
+    EXPECT_EQ(p.width, 30) << "row: " << c.name;
+    EXPECT_TRUE(near(p.at(15, 10), {c.level, c.level, c.level}, 8))
+        << "row: " << c.name << " " << show(p.at(15, 10));
+  }
+}
+
 }  // namespace
 }  // namespace converter_test
