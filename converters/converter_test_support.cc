@@ -19,6 +19,8 @@ TestDrives::TestDrives() {
   EXPECT_EQ(::symlink(e_.c_str(), (table + "/e:").c_str()), 0);
   const std::string utils = pellix_test::stageBin() + "/Utils";
   EXPECT_EQ(::symlink(utils.c_str(), (table + "/s:").c_str()), 0);
+  // The whole file system, where programs and their modules lie.
+  EXPECT_EQ(::symlink("/", (table + "/z:").c_str()), 0);
   ::setenv("PELLIX_DRIVE_TABLE", table.c_str(), 1);
 }
 
@@ -119,6 +121,60 @@ void makePdf(const std::string& pdf_path, const std::string& postscript) {
                         "-sDEVICE=pdfwrite", "-sOutputFile=" + pattern, ps_path});
   ::unlink(ps_path.c_str());
   ASSERT_EQ(made.status, 0) << made.err;
+}
+
+std::string base64(const std::string& bytes) {
+  static const char kAlphabet[] =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  std::string out;
+  for (size_t i = 0; i < bytes.size(); i += 3) {
+    uint32_t v = static_cast<uint32_t>(static_cast<unsigned char>(bytes[i])) << 16;
+    if (i + 1 < bytes.size()) v |= static_cast<uint32_t>(static_cast<unsigned char>(bytes[i + 1])) << 8;
+    if (i + 2 < bytes.size()) v |= static_cast<unsigned char>(bytes[i + 2]);
+    out += kAlphabet[(v >> 18) & 63];
+    out += kAlphabet[(v >> 12) & 63];
+    out += i + 1 < bytes.size() ? kAlphabet[(v >> 6) & 63] : '=';
+    out += i + 2 < bytes.size() ? kAlphabet[v & 63] : '=';
+  }
+  return out;
+}
+
+namespace {
+
+std::string xmpImage(const std::string& bytes) {
+  const std::string text = base64(bytes);
+  std::string out;
+  for (size_t i = 0; i < text.size(); i += 76) out += (i > 0 ? "&#xA;" : "") + text.substr(i, 76);
+  return "<rdf:li rdf:parseType=\"Resource\"><xmpGImg:format>JPEG</xmpGImg:format>"
+         "<xmpGImg:image>" + out + "</xmpGImg:image></rdf:li>";
+}
+
+}  // namespace
+
+std::string xmpPacket(const std::vector<std::string>& pages, const std::string& document) {
+  std::string xmp =
+      "<?xpacket begin=\"\" id=\"W5M0MpCehiHzreSzNTczkc9d\"?>\n"
+      "<x:xmpmeta xmlns:x=\"adobe:ns:meta/\"><rdf:RDF "
+      "xmlns:rdf=\"http://www.w3.org/1999/02/22-rdf-syntax-ns#\"><rdf:Description "
+      "xmlns:xmp=\"http://ns.adobe.com/xap/1.0/\" "
+      "xmlns:xmpGImg=\"http://ns.adobe.com/xap/1.0/g/img/\" "
+      "xmlns:xmpTPg=\"http://ns.adobe.com/xap/1.0/t/pg/\">\n";
+  if (!document.empty()) {
+    xmp += "<xmp:Thumbnails><rdf:Alt>" + xmpImage(document) + "</rdf:Alt></xmp:Thumbnails>\n";
+  }
+  xmp += "<xmpTPg:PageInfo><rdf:Seq>";
+  for (const std::string& page : pages) xmp += xmpImage(page);
+  return xmp + "</rdf:Seq></xmpTPg:PageInfo>\n</rdf:Description></rdf:RDF></x:xmpmeta>\n"
+               "<?xpacket end=\"w\"?>";
+}
+
+std::string makeJpeg(int width, int height, const Rgb& colour) {
+  pellix_test::TempDir tmp;
+  const std::string ppm = tmp.write("p.ppm", makePpm(width, height, [&](int, int) { return colour; }));
+  const pellix_test::RunResult made =
+      pellix_test::run({"/usr/bin/gm", "convert", ppm, tmp.path() + "/p.jpg"});
+  EXPECT_EQ(made.status, 0) << made.err;
+  return pellix_test::readFile(tmp.path() + "/p.jpg");
 }
 
 Rgb Picture::at(int x, int y) const {

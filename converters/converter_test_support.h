@@ -6,14 +6,15 @@
 #include <array>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "platform/env.h"
 #include "testing/test_support.h"
 
 namespace converter_test {
 
-// Drives D: and E: with roots of odd names inside a temporary folder, and S: for the stage
-// tree's Utils folder, in force (for this process and the converters it starts) while the
+// Drives D: and E: with roots of odd names inside a temporary folder, S: for the stage
+// tree's Utils folder and Z: for the whole file system, in force (for this process and the converters it starts) while the
 // object lives.
 class TestDrives {
  public:
@@ -68,6 +69,17 @@ std::string makePcx(int bits, int planes, int width, int height,
 // Turns PostScript into the PDF `pdf_path` with the real Ghostscript; fails the test when
 // Ghostscript does.
 void makePdf(const std::string& pdf_path, const std::string& postscript);
+
+// An XMP packet as a design program writes it into its documents: a thumbnail of the whole
+// document (when `document` isn't empty) and one of each page, each as Base64 text broken
+// into lines of 76 characters by the character reference "&#xA;".
+std::string xmpPacket(const std::vector<std::string>& pages, const std::string& document);
+
+// A JPEG picture of the given size in one colour, made by real GraphicsMagick.
+std::string makeJpeg(int width, int height, const Rgb& colour);
+
+// The bytes in Base64, the standard alphabet with '=' padding.
+std::string base64(const std::string& bytes);
 
 // Each channel within `tolerance` of the other's.
 bool near(const Rgb& a, const Rgb& b, int tolerance = 40);
