@@ -18,6 +18,7 @@ int runPreview(const Args& args);
 int runErrors(const Args& args);
 int runConfig(const Args& args);
 int runWhere(const Args& args);
+int runStopTools(const Args& args);
 
 // Prints "pellix: " and the text on the standard error stream, with the hint to --help, and
 // gives kExitUsage.

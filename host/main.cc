@@ -25,6 +25,8 @@ constexpr char kUsage[] =
     "                            preview root, the regular preview, and the preview in\n"
     "                            the long-path tree when the regular path is too long;\n"
     "                            a line each, kind, tab, POSIX path, tab, Windows path\n"
+    "  stop-tools                ends the converters that document previews left running;\n"
+    "                            1 when the preview server or the JC program was running\n"
     "\n"
     "Options:\n"
     "  -v, --verbose             show the kernel's log from INFO up (default: ERROR lines)\n"
@@ -44,6 +46,7 @@ constexpr Command kCommands[] = {
     {"errors", runErrors},
     {"config", runConfig},
     {"where", runWhere},
+    {"stop-tools", runStopTools},
 };
 
 }  // namespace
