@@ -2,8 +2,6 @@
 
 #include <glog/logging.h>
 
-#include <functional>
-
 #include "Common/Source/FileCheckUtils.h"
 #include "Common/Source/config_db.h"
 #include "Common/Source/text_forms.h"
@@ -66,9 +64,10 @@ CPellixDriver::CPellixDriver() {
     LOG(ERROR) << "CPellixDriver::CPellixDriver" << " load " << kTesselOpenCvDll << "failed";
   }
   multi_image_ = new MultiImage(this);
-  multi_image_->meta_data_handler_ =
-      std::bind(&CPellixDriver::readMetaData, this, std::placeholders::_1, std::placeholders::_2,
-                std::placeholders::_3);
+  multi_image_->meta_data_handler_ = [this](const std::wstring& path, MetaDataValues& values,
+                                            bool want_thumbnails) {
+    return readMetaData(path, values, want_thumbnails);
+  };
 }
 
 // Not the mirror of the start: the imaging services stop before the image module goes.
