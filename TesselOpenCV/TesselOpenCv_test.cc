@@ -74,11 +74,11 @@ TEST_F(TesselOpenCvTest, ReadsEachKindWithItsFlags) {
     cv::Size size;
   };
   const Row rows[] = {
-      {"a.jpg", -1, CV_8UC3, {40, 30}},       {"a.png", -1, CV_8UC4, {80, 60}},
-      {"a.png", 1, CV_8UC3, {80, 60}},        {"deep.png", -1, CV_16UC3, {40, 30}},
-      {"deep.png", 1, CV_8UC3, {40, 30}},     {"deep.tif", -1, CV_16UC3, {40, 30}},
-      {"a.bmp", -1, CV_8UC3, {40, 30}},       {"a.webp", 1, CV_8UC3, {40, 30}},
-      {"a.jp2", 1, CV_8UC3, {40, 30}},        {"one.png", -1, CV_8UC3, {1, 1}},
+      {"a.jpg", -1, CV_8UC3, {40, 30}},          {"a.png", -1, CV_8UC4, {80, 60}},
+      {"a.png", 1, CV_8UC3, {80, 60}},           {"deep.png", -1, CV_16UC3, {40, 30}},
+      {"deep.png", 1, CV_8UC3, {40, 30}},        {"deep.tif", -1, CV_16UC3, {40, 30}},
+      {"a.bmp", -1, CV_8UC3, {40, 30}},          {"a.webp", 1, CV_8UC3, {40, 30}},
+      {"a.jp2", 1, CV_8UC3, {40, 30}},           {"one.png", -1, CV_8UC3, {1, 1}},
       {"png_inside.jpg", -1, CV_8UC4, {80, 60}},
   };
   for (const Row& row : rows) {
@@ -98,8 +98,8 @@ long peakKib() {
 }
 
 TEST_F(TesselOpenCvTest, BadFilesGetTheirCodeAndALogLine) {
-  const std::string jpeg = readFile(write("good.jpg", cv::Mat(200, 300, CV_8UC3,
-                                                              cv::Scalar(9, 99, 199))));
+  const std::string jpeg =
+      readFile(write("good.jpg", cv::Mat(200, 300, CV_8UC3, cv::Scalar(9, 99, 199))));
   const std::string png = readFile(write("good.png", whiteLogo()));
   pellix_test::plainImage(tmp_.path() + "/anim.gif", 10, 10, "red");
   struct Row {
@@ -257,8 +257,8 @@ TEST_F(TesselOpenCvTest, WritesByTheExtension) {
     int depth;  // of the file read back unchanged
   };
   const Row rows[] = {
-      {"a.png", bgr, CV_8U},  {"deep.png", deep, CV_16U},  {"deep.jpg", deep, CV_8U},
-      {"a.JPG", bgr, CV_8U},  {"a.jfif", bgr, CV_8U},      {"a.bmp", bgr, CV_8U},
+      {"a.png", bgr, CV_8U},  {"deep.png", deep, CV_16U}, {"deep.jpg", deep, CV_8U},
+      {"a.JPG", bgr, CV_8U},  {"a.jfif", bgr, CV_8U},     {"a.bmp", bgr, CV_8U},
       {"a.webp", bgr, CV_8U}, {"a.tif", bgr, CV_8U},
   };
   for (const Row& row : rows) {
@@ -278,7 +278,7 @@ TEST_F(TesselOpenCvTest, WritesByTheExtension) {
     cv::Mat image;
   };
   const Bad bad[] = {
-      {"no_extension", bgr}, {"a.gif", bgr}, {"a.xyz", bgr}, {"empty.png", cv::Mat()},
+      {"no_extension", bgr},         {"a.gif", bgr}, {"a.xyz", bgr}, {"empty.png", cv::Mat()},
       {"missing/folder/a.png", bgr},
   };
   for (const Bad& row : bad) {
