@@ -5,6 +5,7 @@
 #include "Common/Source/FileCheckUtils.h"
 #include "Common/Source/config_db.h"
 #include "Common/Source/text_forms.h"
+#include "PellixKernel/MagicImage.h"
 #include "PellixKernel/file_type_sniff.h"
 #include "errors/result_codes.h"
 #include "platform/env.h"
@@ -62,10 +63,15 @@ CPellixDriver::CPellixDriver() {
   if (!TesselDllLoader::loadOpencvDll()) {
     LOG(ERROR) << "CPellixDriver::CPellixDriver" << " load " << kTesselOpenCvDll << "failed";
   }
+  // The document routes' MultiImage isn't carried yet; the raster route goes without it.
+  magic_image_ = new MagicImage(multi_image_);
+  magic_image_->driver_ = this;
 }
 
 // Not the mirror of the start: the imaging services stop before the image module goes.
 CPellixDriver::~CPellixDriver() {
+  delete magic_image_;
+  magic_image_ = nullptr;
   if (s_p_meta_data_ != nullptr) {
     ReleaseInterface(kTesselKernelInterfaceId);
     FreeKernelLibrary(kTesselKernelDll);
@@ -105,8 +111,11 @@ int CPellixDriver::getView(const std::wstring& src_image, uint32_t width, uint32
     request.image_dst_path = image_dst_path;
     return _getSpecailTypeView(request, previews);
   }
-  (void)time_suffix;
-  return routeMissing("CPellixDriver::getView", "raster route", path);
+  std::wstring out_path;
+  const int code = magic_image_->getView(path, width, height, keep_ratio, false, image_dst_path,
+                                         out_path, time_suffix);
+  previews.push_back(out_path);
+  return code;
 }
 
 int CPellixDriver::getZoomView(const std::wstring& src_image, uint32_t width, uint32_t height,
@@ -115,25 +124,14 @@ int CPellixDriver::getZoomView(const std::wstring& src_image, uint32_t width, ui
   if (!FileCheckUtils::isExists(src_image)) return codes::kSourceMissing;
   if (image_dst_path.empty()) return codes::kNoPreviewFolder;
   if (sniffFileType(src_image) != FT_IMAGE) return codes::kNotZoomable;
-  (void)width, (void)height, (void)keep_ratio, (void)out_path;
-  return routeMissing("CPellixDriver::getZoomView", "raster route", src_image);
+  return magic_image_->getView(src_image, width, height, keep_ratio, true, image_dst_path,
+                               out_path, false);
 }
 
 int CPellixDriver::zoomJpg(const std::wstring& src_image, uint32_t width, uint32_t height,
                            const std::wstring& out_path) {
   if (sniffFileType(src_image) != FT_IMAGE) return codes::kNotZoomable;
-  (void)width, (void)height, (void)out_path;
-  return routeMissing("CPellixDriver::zoomJpg", "raster route", src_image);
-}
-
-int CPellixDriver::cutImage(const std::string& src, std::shared_ptr<ImageRange> p_img_range,
-                            const std::string& dst, int view_max) {
-  if (!p_img_range) {
-    LOG(ERROR) << "CPellixDriver::cutImage" << " p_img_range is null";
-    return codes::kBadArgument;
-  }
-  (void)dst, (void)view_max;
-  return routeMissing("CPellixDriver::cutImage", "image slicing", utf8ToWs(src));
+  return magic_image_->zoomJpg(src_image, width, height, true, out_path);
 }
 
 bool CPellixDriver::startJCHEngine() { return false; }
