@@ -1,7 +1,5 @@
 // Raster files that are broken, hostile or odd, through the driver as a host calls it: each
 // gets a preview or a code, never a crash, and a declared size is never paid for.
-#include <sys/resource.h>
-
 #include <gtest/gtest.h>
 
 #include <opencv2/imgcodecs.hpp>
@@ -29,12 +27,6 @@ struct Case {
   Outcome outcome;
   cv::Size size = {};  // of the preview, when it is known
 };
-
-long peakKib() {
-  struct rusage usage;
-  ::getrusage(RUSAGE_SELF, &usage);
-  return usage.ru_maxrss;
-}
 
 class RasterBadInputTest : public testing::Test {
  protected:
@@ -76,19 +68,10 @@ class RasterBadInputTest : public testing::Test {
 
 // Every format: cut in half, cut to its first 64 bytes, empty, and scrambled in the middle.
 TEST_F(RasterBadInputTest, DamagedFilesOfEveryFormat) {
-  cv::Mat photo(240, 320, CV_8UC3);
-  cv::randu(photo, 0, 255);
-  cv::GaussianBlur(photo, photo, cv::Size(15, 15), 4);
   const std::string dir = tmp_.mkdir("good");
-  ASSERT_TRUE(cv::imwrite(dir + "/a.png", photo));
-  ASSERT_TRUE(cv::imwrite(dir + "/a.jpg", photo));
-  ASSERT_TRUE(cv::imwrite(dir + "/a.bmp", photo));
-  ASSERT_TRUE(cv::imwrite(dir + "/a.webp", photo));
-  pellix_test::gm({"convert", dir + "/a.png", dir + "/a.gif"});
-  pellix_test::gm({"convert", dir + "/a.png", "-compress", "LZW", dir + "/a.tif"});
-  pellix_test::vipsTool({"copy", dir + "/a.png", dir + "/a.jp2"});
+  pellix_test::writeEveryRasterFormat(dir, "a", pellix_test::photoLike(320, 240));
   std::vector<Case> cases;
-  for (const std::string ext : {"jpg", "png", "bmp", "gif", "tif", "webp", "jp2"}) {
+  for (const std::string& ext : pellix_test::kRasterExtensions) {
     const std::string good = readFile(dir + "/a." + ext);
     ASSERT_GT(good.size(), 1000u) << ext;
     std::string scrambled = good;
@@ -132,10 +115,10 @@ TEST_F(RasterBadInputTest, HostileAndOddFiles) {
       {"png_inside.jpg", readFile(dir + "/orange.png"), Outcome::kPreview, {160, 120}},
       {"words.jpg", "these are words, not pixels", Outcome::kCode},
   };
-  const long before = peakKib();
+  const long before = pellix_test::peakMemoryKib();
   expectOutcomes(cases);
   // The sizes the headers declare would take from 1 to 40 GB.
-  EXPECT_LT(peakKib() - before, 256 * 1024);
+  EXPECT_LT(pellix_test::peakMemoryKib() - before, 256 * 1024);
 
   // Colours that come through: the CMYK file through a standard profile, the deep images
   // brought to 8 bits, transparency of a deep image on white, the first frame of an

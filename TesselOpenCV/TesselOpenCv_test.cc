@@ -1,7 +1,5 @@
 // The image module as the raster route reaches it: TesselOpenCV.dll from the install tree,
 // interface 114, over files of every kind made here, broken ones included.
-#include <sys/resource.h>
-
 #include <gtest/gtest.h>
 
 #include <opencv2/imgcodecs.hpp>
@@ -45,13 +43,8 @@ class TesselOpenCvTest : public testing::Test {
 };
 
 TEST_F(TesselOpenCvTest, FollowsTheModuleContract) {
-  void* out = &out;
-  EXPECT_TRUE(module_.have_interface(114));
-  EXPECT_FALSE(module_.have_interface(100));
-  EXPECT_EQ(module_.accquire(114, nullptr), -3);
-  EXPECT_EQ(module_.accquire(100, &out), -4);
-  EXPECT_EQ(out, &out);
   ASSERT_NE(images_, nullptr);
+  module_.expectContract(114, {100, 104}, images_);
 }
 
 TEST_F(TesselOpenCvTest, ReadsEachKindWithItsFlags) {
@@ -90,13 +83,6 @@ TEST_F(TesselOpenCvTest, ReadsEachKindWithItsFlags) {
   }
 }
 
-// The most this process has held at once, in KiB.
-long peakKib() {
-  struct rusage usage;
-  ::getrusage(RUSAGE_SELF, &usage);
-  return usage.ru_maxrss;
-}
-
 TEST_F(TesselOpenCvTest, BadFilesGetTheirCodeAndALogLine) {
   const std::string jpeg =
       readFile(write("good.jpg", cv::Mat(200, 300, CV_8UC3, cv::Scalar(9, 99, 199))));
@@ -119,7 +105,7 @@ TEST_F(TesselOpenCvTest, BadFilesGetTheirCodeAndALogLine) {
       {"short.png", pellix_test::pngClaiming(16000, 16000), "can't decode file:"},
       {"anim.gif", readFile(tmp_.path() + "/anim.gif"), "no image header of a known format"},
   };
-  const long before = peakKib();
+  const long before = pellix_test::peakMemoryKib();
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
     pellix_test::writeFile(tmp_.path() + "/" + row.name, row.bytes);
@@ -132,7 +118,7 @@ TEST_F(TesselOpenCvTest, BadFilesGetTheirCodeAndALogLine) {
   }
   // A size the header merely declares is never paid for: 16000 by 16000 four-channel pixels
   // would be a GiB.
-  EXPECT_LT(peakKib() - before, 256 * 1024);
+  EXPECT_LT(pellix_test::peakMemoryKib() - before, 256 * 1024);
 
   LogCapture log;
   cv::Mat image;

@@ -30,17 +30,9 @@ RunResult pellix(std::vector<std::string> args) {
 // One image in every raster format the route takes, and a white logo on transparency.
 std::vector<std::string> makeSamples(const TempDir& tmp) {
   const std::string dir = tmp.mkdir("in");
-  cv::Mat photo(300, 400, CV_8UC3);
-  cv::randu(photo, 0, 255);
-  cv::GaussianBlur(photo, photo, cv::Size(31, 31), 8);
+  cv::Mat photo = pellix_test::photoLike(400, 300);
   cv::rectangle(photo, cv::Rect(100, 100, 200, 100), cv::Scalar(30, 40, 200), cv::FILLED);
-  EXPECT_TRUE(cv::imwrite(dir + "/photo.jpg", photo));
-  EXPECT_TRUE(cv::imwrite(dir + "/photo.png", photo));
-  EXPECT_TRUE(cv::imwrite(dir + "/photo.bmp", photo));
-  EXPECT_TRUE(cv::imwrite(dir + "/photo.webp", photo));
-  pellix_test::gm({"convert", dir + "/photo.png", dir + "/photo.gif"});
-  pellix_test::gm({"convert", dir + "/photo.png", "-compress", "LZW", dir + "/photo.tif"});
-  pellix_test::vipsTool({"copy", dir + "/photo.png", dir + "/photo.jp2"});
+  pellix_test::writeEveryRasterFormat(dir, "photo", photo);
   cv::Mat logo(300, 400, CV_8UC4, cv::Scalar(0, 0, 0, 0));
   cv::circle(logo, cv::Point(200, 150), 100, cv::Scalar(255, 255, 255, 255), cv::FILLED);
   EXPECT_TRUE(cv::imwrite(dir + "/white_logo.png", logo));

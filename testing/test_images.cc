@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <opencv2/imgcodecs.hpp>
+#include <opencv2/imgproc.hpp>
 
 #include "testing/test_support.h"
 
@@ -81,6 +82,24 @@ std::string withExifOrientation(const std::string& encoded, int orientation) {
   }
   const size_t after_header = 8 + 12 + 13;  // signature, then IHDR with its 13 bytes
   return encoded.substr(0, after_header) + pngChunk("eXIf", exif) + encoded.substr(after_header);
+}
+
+cv::Mat photoLike(int cols, int rows) {
+  cv::Mat image(rows, cols, CV_8UC3);
+  cv::randu(image, 0, 255);
+  cv::GaussianBlur(image, image, cv::Size(15, 15), 4);
+  return image;
+}
+
+void writeEveryRasterFormat(const std::string& dir, const std::string& stem,
+                            const cv::Mat& image) {
+  const std::string base = dir + "/" + stem;
+  for (const char* ext : {".jpg", ".png", ".bmp", ".webp"}) {
+    EXPECT_TRUE(cv::imwrite(base + ext, image)) << base + ext;
+  }
+  gm({"convert", base + ".png", base + ".gif"});
+  gm({"convert", base + ".png", "-compress", "LZW", base + ".tif"});
+  vipsTool({"copy", base + ".png", base + ".jp2"});
 }
 
 cv::Mat pixelsOf(const std::string& path, int flags) { return cv::imread(path, flags); }

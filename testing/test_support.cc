@@ -1,5 +1,7 @@
 #include "testing/test_support.h"
 
+#include <sys/resource.h>
+
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <spawn.h>
@@ -165,6 +167,12 @@ void copyFile(const std::string& from, const std::string& to) {
 }
 
 std::string stageBin() { return PELLIX_STAGE_BIN; }
+
+long peakMemoryKib() {
+  struct rusage usage;
+  ::getrusage(RUSAGE_SELF, &usage);
+  return usage.ru_maxrss;
+}
 
 const std::string& useOwnHome() {
   static TempDir home;
