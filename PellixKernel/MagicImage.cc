@@ -162,8 +162,10 @@ int MagicImage::_zoomByOpenCV(const std::wstring& path, uint32_t width, uint32_t
     }
     decoded.release();
     if (mat.empty()) code = codes::kOpenCvReadFailed;
-  } else if (!colourFromUnchangedDecode(readImageHeadOf(path), decoded, &mat)) {
-    // The colour decode would turn, deepen or convert what this one holds: decode anew.
+  } else if (decoded.depth() != CV_8U ||
+             !colourFromUnchangedDecode(readImageHeadOf(path), decoded, &mat)) {
+    // The colour decode would turn or convert what this one holds: decode anew. A deep
+    // image never can be reused, so its header isn't even read.
     decoded.release();
     code = images->readImage(path, kReadColour, mat);
     if (code == codes::kOk && mat.empty()) code = codes::kEmptyImage;
