@@ -5,6 +5,7 @@
 #include "Common/Source/FileCheckUtils.h"
 #include "Common/Source/config_db.h"
 #include "Common/Source/text_forms.h"
+#include "PellixKernel/MagicImage.h"
 #include "PellixKernel/MultiImage.h"
 #include "PellixKernel/file_type_sniff.h"
 #include "errors/result_codes.h"
@@ -30,14 +31,6 @@ bool isSpecialType(int file_type) {
     default:
       return false;
   }
-}
-
-// A request whose route this build doesn't carry is answered with the code of a missing
-// preview module, and said so in the log.
-int routeMissing(const char* caller, const char* route, const std::wstring& path) {
-  LOG(ERROR) << caller << " " << route << " is not available, src_image:" << wsToUtf8(path)
-             << ", err_code:" << codes::kPreviewModuleFailed;
-  return codes::kPreviewModuleFailed;
 }
 
 }  // namespace
@@ -68,10 +61,14 @@ CPellixDriver::CPellixDriver() {
                                             bool want_thumbnails) {
     return readMetaData(path, values, want_thumbnails);
   };
+  magic_image_ = new MagicImage(multi_image_);
+  magic_image_->driver_ = this;
 }
 
 // Not the mirror of the start: the imaging services stop before the image module goes.
 CPellixDriver::~CPellixDriver() {
+  delete magic_image_;
+  magic_image_ = nullptr;
   delete multi_image_;
   multi_image_ = nullptr;
   if (s_p_meta_data_ != nullptr) {
@@ -113,8 +110,11 @@ int CPellixDriver::getView(const std::wstring& src_image, uint32_t width, uint32
     request.image_dst_path = image_dst_path;
     return _getSpecailTypeView(request, previews);
   }
-  (void)time_suffix;
-  return routeMissing("CPellixDriver::getView", "raster route", path);
+  std::wstring out_path;
+  const int code = magic_image_->getView(path, width, height, keep_ratio, false, image_dst_path,
+                                         out_path, time_suffix);
+  previews.push_back(out_path);
+  return code;
 }
 
 int CPellixDriver::getZoomView(const std::wstring& src_image, uint32_t width, uint32_t height,
@@ -123,25 +123,14 @@ int CPellixDriver::getZoomView(const std::wstring& src_image, uint32_t width, ui
   if (!FileCheckUtils::isExists(src_image)) return codes::kSourceMissing;
   if (image_dst_path.empty()) return codes::kNoPreviewFolder;
   if (sniffFileType(src_image) != FT_IMAGE) return codes::kNotZoomable;
-  (void)width, (void)height, (void)keep_ratio, (void)out_path;
-  return routeMissing("CPellixDriver::getZoomView", "raster route", src_image);
+  return magic_image_->getView(src_image, width, height, keep_ratio, true, image_dst_path,
+                               out_path, false);
 }
 
 int CPellixDriver::zoomJpg(const std::wstring& src_image, uint32_t width, uint32_t height,
                            const std::wstring& out_path) {
   if (sniffFileType(src_image) != FT_IMAGE) return codes::kNotZoomable;
-  (void)width, (void)height, (void)out_path;
-  return routeMissing("CPellixDriver::zoomJpg", "raster route", src_image);
-}
-
-int CPellixDriver::cutImage(const std::string& src, std::shared_ptr<ImageRange> p_img_range,
-                            const std::string& dst, int view_max) {
-  if (!p_img_range) {
-    LOG(ERROR) << "CPellixDriver::cutImage" << " p_img_range is null";
-    return codes::kBadArgument;
-  }
-  (void)dst, (void)view_max;
-  return routeMissing("CPellixDriver::cutImage", "image slicing", utf8ToWs(src));
+  return magic_image_->zoomJpg(src_image, width, height, true, out_path);
 }
 
 bool CPellixDriver::startJCHEngine() { return false; }

@@ -130,24 +130,24 @@ int TesselOpenCv::readImage(const std::wstring& path, int flags, cv::Mat& image)
   std::string bytes, why;
   const MatStatus read = readImageFile(path, &bytes, &why);
   if (read == MatStatus::kMissing) {
-    LOG(ERROR) << "TesselOpenCv::readImage" << " file not found:" << wsToUtf8(path);
+    LOG(ERROR) << "TesselOpenCv::readImage"
+               << " file not found:" << wsToUtf8(path);
     return codes::kSourceMissing;
   }
   if (read != MatStatus::kOk) {
-    LOG(ERROR) << "TesselOpenCv::readImage" << " can't read file:" << wsToUtf8(path) << ", "
-               << why;
+    LOG(ERROR) << "TesselOpenCv::readImage"
+               << " can't read file:" << wsToUtf8(path) << ", " << why;
     return codes::kOpenCvReadFailed;
   }
   const ImageHead head = readImageHead(bytes);
   if (head.cmyk) {
     LOG(ERROR) << "TesselOpenCv::readImage"
-               << " not err, cmyk jpeg goes to the colour-managed decoder, file:"
-               << wsToUtf8(path);
+               << " not err, cmyk jpeg goes to the colour-managed decoder, file:" << wsToUtf8(path);
     return codes::kOpenCvReadFailed;
   }
   if (decodeMat(bytes, head, flags, &image, &why) != MatStatus::kOk) {
-    LOG(ERROR) << "TesselOpenCv::readImage" << " can't decode file:" << wsToUtf8(path) << ", "
-               << why;
+    LOG(ERROR) << "TesselOpenCv::readImage"
+               << " can't decode file:" << wsToUtf8(path) << ", " << why;
     return codes::kOpenCvReadFailed;
   }
   return codes::kOk;
@@ -158,18 +158,17 @@ int TesselOpenCv::writeImage(const std::wstring& path, const cv::Mat& image) {
   if (extension == ".jfif") extension = ".jpg";
   cv::Mat out = image;
   const bool eight_bit_format = extension == ".jpg" || extension == ".jpeg" ||
-                                extension == ".jpe" || extension == ".bmp" ||
-                                extension == ".webp";
+                                extension == ".jpe" || extension == ".bmp" || extension == ".webp";
   if (eight_bit_format && !image.empty() && image.depth() != CV_8U &&
       channelMax(image.depth()) > 0) {
     image.convertTo(out, CV_8U, 255.0 / channelMax(image.depth()));
   }
-  const std::vector<int> params = {cv::IMWRITE_JPEG_QUALITY, kJpegQuality,
-                                   cv::IMWRITE_WEBP_QUALITY, kWebpQuality};
+  const std::vector<int> params = {cv::IMWRITE_JPEG_QUALITY, kJpegQuality, cv::IMWRITE_WEBP_QUALITY,
+                                   kWebpQuality};
   std::string why;
   if (!writeMatFile(path, extension, out, params, &why)) {
-    LOG(ERROR) << "TesselOpenCv::writeImage" << " can't write file:" << wsToUtf8(path) << ", "
-               << why;
+    LOG(ERROR) << "TesselOpenCv::writeImage"
+               << " can't write file:" << wsToUtf8(path) << ", " << why;
     return codes::kPreviewNotAccessible;
   }
   return codes::kOk;

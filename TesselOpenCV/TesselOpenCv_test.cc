@@ -1,7 +1,5 @@
 // The image module as the raster route reaches it: TesselOpenCV.dll from the install tree,
 // interface 114, over files of every kind made here, broken ones included.
-#include <sys/resource.h>
-
 #include <gtest/gtest.h>
 
 #include <opencv2/imgcodecs.hpp>
@@ -45,13 +43,8 @@ class TesselOpenCvTest : public testing::Test {
 };
 
 TEST_F(TesselOpenCvTest, FollowsTheModuleContract) {
-  void* out = &out;
-  EXPECT_TRUE(module_.have_interface(114));
-  EXPECT_FALSE(module_.have_interface(100));
-  EXPECT_EQ(module_.accquire(114, nullptr), -3);
-  EXPECT_EQ(module_.accquire(100, &out), -4);
-  EXPECT_EQ(out, &out);
   ASSERT_NE(images_, nullptr);
+  module_.expectContract(114, {100, 104}, images_);
 }
 
 TEST_F(TesselOpenCvTest, ReadsEachKindWithItsFlags) {
@@ -74,11 +67,11 @@ TEST_F(TesselOpenCvTest, ReadsEachKindWithItsFlags) {
     cv::Size size;
   };
   const Row rows[] = {
-      {"a.jpg", -1, CV_8UC3, {40, 30}},       {"a.png", -1, CV_8UC4, {80, 60}},
-      {"a.png", 1, CV_8UC3, {80, 60}},        {"deep.png", -1, CV_16UC3, {40, 30}},
-      {"deep.png", 1, CV_8UC3, {40, 30}},     {"deep.tif", -1, CV_16UC3, {40, 30}},
-      {"a.bmp", -1, CV_8UC3, {40, 30}},       {"a.webp", 1, CV_8UC3, {40, 30}},
-      {"a.jp2", 1, CV_8UC3, {40, 30}},        {"one.png", -1, CV_8UC3, {1, 1}},
+      {"a.jpg", -1, CV_8UC3, {40, 30}},          {"a.png", -1, CV_8UC4, {80, 60}},
+      {"a.png", 1, CV_8UC3, {80, 60}},           {"deep.png", -1, CV_16UC3, {40, 30}},
+      {"deep.png", 1, CV_8UC3, {40, 30}},        {"deep.tif", -1, CV_16UC3, {40, 30}},
+      {"a.bmp", -1, CV_8UC3, {40, 30}},          {"a.webp", 1, CV_8UC3, {40, 30}},
+      {"a.jp2", 1, CV_8UC3, {40, 30}},           {"one.png", -1, CV_8UC3, {1, 1}},
       {"png_inside.jpg", -1, CV_8UC4, {80, 60}},
   };
   for (const Row& row : rows) {
@@ -90,16 +83,9 @@ TEST_F(TesselOpenCvTest, ReadsEachKindWithItsFlags) {
   }
 }
 
-// The most this process has held at once, in KiB.
-long peakKib() {
-  struct rusage usage;
-  ::getrusage(RUSAGE_SELF, &usage);
-  return usage.ru_maxrss;
-}
-
 TEST_F(TesselOpenCvTest, BadFilesGetTheirCodeAndALogLine) {
-  const std::string jpeg = readFile(write("good.jpg", cv::Mat(200, 300, CV_8UC3,
-                                                              cv::Scalar(9, 99, 199))));
+  const std::string jpeg =
+      readFile(write("good.jpg", cv::Mat(200, 300, CV_8UC3, cv::Scalar(9, 99, 199))));
   const std::string png = readFile(write("good.png", whiteLogo()));
   pellix_test::plainImage(tmp_.path() + "/anim.gif", 10, 10, "red");
   struct Row {
@@ -119,7 +105,7 @@ TEST_F(TesselOpenCvTest, BadFilesGetTheirCodeAndALogLine) {
       {"short.png", pellix_test::pngClaiming(16000, 16000), "can't decode file:"},
       {"anim.gif", readFile(tmp_.path() + "/anim.gif"), "no image header of a known format"},
   };
-  const long before = peakKib();
+  const long before = pellix_test::peakMemoryKib();
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
     pellix_test::writeFile(tmp_.path() + "/" + row.name, row.bytes);
@@ -132,7 +118,7 @@ TEST_F(TesselOpenCvTest, BadFilesGetTheirCodeAndALogLine) {
   }
   // A size the header merely declares is never paid for: 16000 by 16000 four-channel pixels
   // would be a GiB.
-  EXPECT_LT(peakKib() - before, 256 * 1024);
+  EXPECT_LT(pellix_test::peakMemoryKib() - before, 256 * 1024);
 
   LogCapture log;
   cv::Mat image;
@@ -257,8 +243,8 @@ TEST_F(TesselOpenCvTest, WritesByTheExtension) {
     int depth;  // of the file read back unchanged
   };
   const Row rows[] = {
-      {"a.png", bgr, CV_8U},  {"deep.png", deep, CV_16U},  {"deep.jpg", deep, CV_8U},
-      {"a.JPG", bgr, CV_8U},  {"a.jfif", bgr, CV_8U},      {"a.bmp", bgr, CV_8U},
+      {"a.png", bgr, CV_8U},  {"deep.png", deep, CV_16U}, {"deep.jpg", deep, CV_8U},
+      {"a.JPG", bgr, CV_8U},  {"a.jfif", bgr, CV_8U},     {"a.bmp", bgr, CV_8U},
       {"a.webp", bgr, CV_8U}, {"a.tif", bgr, CV_8U},
   };
   for (const Row& row : rows) {
@@ -278,7 +264,7 @@ TEST_F(TesselOpenCvTest, WritesByTheExtension) {
     cv::Mat image;
   };
   const Bad bad[] = {
-      {"no_extension", bgr}, {"a.gif", bgr}, {"a.xyz", bgr}, {"empty.png", cv::Mat()},
+      {"no_extension", bgr},         {"a.gif", bgr}, {"a.xyz", bgr}, {"empty.png", cv::Mat()},
       {"missing/folder/a.png", bgr},
   };
   for (const Bad& row : bad) {

@@ -91,7 +91,7 @@ ImageHead jpegHead(ByteReader& r, const std::string& bytes) {
     const uint64_t marker = r.big(at + 1, 1);
     at += 2;
     if (marker == 0x01 || (marker >= 0xD0 && marker <= 0xD8)) continue;  // no length
-    if (marker == 0xD9 || marker == 0xDA) return ImageHead();  // data before any frame
+    if (marker == 0xD9 || marker == 0xDA) return ImageHead();            // data before any frame
     const uint64_t length = r.big(at, 2);
     if (isStartOfFrame(marker)) {
       ImageHead head = sized(ImageFormat::kJpeg, r.big(at + 5, 2), r.big(at + 3, 2), r);
@@ -129,16 +129,16 @@ ImageHead tiffHead(ByteReader& r, bool little_endian) {
     const uint64_t tag = r.number(entry, 2, little_endian);
     const uint64_t type = r.number(entry + 2, 2, little_endian);
     const uint64_t count = r.number(entry + 4, 4, little_endian);
-    const uint64_t value = type == 3 ? r.number(entry + 8, 2, little_endian)
-                                     : r.number(entry + 8, 4, little_endian);
+    const uint64_t value =
+        type == 3 ? r.number(entry + 8, 2, little_endian) : r.number(entry + 8, 4, little_endian);
     if (tag == 256) width = value;
     if (tag == 257) height = value;
     if (tag == 258) {
       // More than two short values stand elsewhere; the first sample's depth is enough.
       ByteReader elsewhere = r;
       bits = type == 3 && count > 2
-                 ? elsewhere.number(static_cast<size_t>(r.number(entry + 8, 4, little_endian)),
-                                    2, little_endian)
+                 ? elsewhere.number(static_cast<size_t>(r.number(entry + 8, 4, little_endian)), 2,
+                                    little_endian)
                  : value;
     }
   }

@@ -42,8 +42,7 @@ std::vector<Sample> samples(const TempDir& tmp) {
       {"bmp", encoded(".bmp", bgr), ImageFormat::kBmp},
       {"tiff", encoded(".tif", bgr), ImageFormat::kTiff},
       {"lossy webp", encoded(".webp", bgr, {cv::IMWRITE_WEBP_QUALITY, 80}), ImageFormat::kWebp},
-      {"lossless webp", encoded(".webp", bgr, {cv::IMWRITE_WEBP_QUALITY, 101}),
-       ImageFormat::kWebp},
+      {"lossless webp", encoded(".webp", bgr, {cv::IMWRITE_WEBP_QUALITY, 101}), ImageFormat::kWebp},
   };
   const cv::Mat deep(23, 37, CV_16UC3, cv::Scalar(1000, 30000, 60000));
   pellix_test::plainImage(dir + "/src.png", 37, 23, "#FF8000");
@@ -60,23 +59,21 @@ std::vector<Sample> samples(const TempDir& tmp) {
   out.push_back({"16-bit tiff", encoded(".tif", deep), ImageFormat::kTiff, false, true});
   out.push_back({"jp2", readFile(dir + "/a.jp2"), ImageFormat::kJpeg2000});
   out.push_back({"16-bit jp2", readFile(dir + "/deep.jp2"), ImageFormat::kJpeg2000, false, true});
-  out.push_back({"jpeg turned by exif",
-                 pellix_test::withExifOrientation(encoded(".jpg", bgr), 6), ImageFormat::kJpeg,
-                 false, false, 6});
-  out.push_back({"png turned by exif",
-                 pellix_test::withExifOrientation(encoded(".png", bgr), 8), ImageFormat::kPng,
-                 false, false, 8});
+  out.push_back({"jpeg turned by exif", pellix_test::withExifOrientation(encoded(".jpg", bgr), 6),
+                 ImageFormat::kJpeg, false, false, 6});
+  out.push_back({"png turned by exif", pellix_test::withExifOrientation(encoded(".png", bgr), 8),
+                 ImageFormat::kPng, false, false, 8});
   out.push_back({"jpeg with exif orientation 1",
                  pellix_test::withExifOrientation(encoded(".jpg", bgr), 1), ImageFormat::kJpeg});
   out.push_back({"cmyk jpeg", readFile(dir + "/cmyk.jpg"), ImageFormat::kJpeg, true});
   out.push_back({"big-endian tiff", readFile(dir + "/mm.tif"), ImageFormat::kTiff});
   out.push_back({"os/2 bmp", readFile(dir + "/os2.bmp"), ImageFormat::kBmp});
   // libvips writes EXIF data into it, whose orientation isn't read from WebP.
-  out.push_back({"extended webp", readFile(dir + "/vp8x.webp"), ImageFormat::kWebp, false, false,
-                 0});
+  out.push_back(
+      {"extended webp", readFile(dir + "/vp8x.webp"), ImageFormat::kWebp, false, false, 0});
   const std::string jp2 = readFile(dir + "/a.jp2");
-  out.push_back({"j2k code stream", jp2.substr(jp2.find("\xFF\x4F\xFF\x51")),
-                 ImageFormat::kJpeg2000});
+  out.push_back(
+      {"j2k code stream", jp2.substr(jp2.find("\xFF\x4F\xFF\x51")), ImageFormat::kJpeg2000});
   return out;
 }
 
@@ -125,8 +122,8 @@ TEST(ImageHeadTest, OrientationIsUnknownWhereTheExifCantBeRead) {
     int orientation;
   };
   const Row rows[] = {
-      {"png cut before its pixel data", plain.substr(0, plain.find("IDAT") - 4),
-       ImageFormat::kPng, 0},
+      {"png cut before its pixel data", plain.substr(0, plain.find("IDAT") - 4), ImageFormat::kPng,
+       0},
       {"png cut inside eXIf", png.substr(0, png.find("eXIf") + 10), ImageFormat::kPng, 0},
       {"exif that isn't a TIFF structure", broken_exif, ImageFormat::kJpeg, 0},
       {"png without eXIf", plain, ImageFormat::kPng, 1},

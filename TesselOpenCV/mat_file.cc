@@ -108,8 +108,7 @@ bool writeMatFile(const std::wstring& path, const std::string& extension, const 
     *why = e.what();
     return false;
   }
-  const platform::Status s =
-      replaceFileContent(path, std::string(encoded.begin(), encoded.end()));
+  const platform::Status s = replaceFileContent(path, std::string(encoded.begin(), encoded.end()));
   if (!s.ok()) *why = s.message;
   return s.ok();
 }

@@ -34,7 +34,8 @@ void OpenCvTool::sliceImage(const cv::Mat& src, std::vector<cv::Mat>& slices) {
       slices.push_back(cv::Mat(src, rect));
     }
   } catch (const std::exception&) {
-    LOG(ERROR) << "OpenCvTool::sliceImage" << " opencv fault";
+    LOG(ERROR) << "OpenCvTool::sliceImage"
+               << " opencv fault";
   }
 }
 
@@ -45,11 +46,13 @@ bool OpenCvTool::isAllWhiteJpg(const std::string& jpg_bytes) {
   const MatStatus decoded =
       decodeMat(jpg_bytes, readImageHead(jpg_bytes), cv::IMREAD_GRAYSCALE, &image, &why);
   if (decoded == MatStatus::kFault) {
-    LOG(ERROR) << "OpenCvTool::isAllWhiteJpg" << " opencv fault";
+    LOG(ERROR) << "OpenCvTool::isAllWhiteJpg"
+               << " opencv fault";
     return false;
   }
   if (decoded != MatStatus::kOk) {
-    LOG(ERROR) << "OpenCvTool::isAllWhiteJpg" << " get mat failed!";
+    LOG(ERROR) << "OpenCvTool::isAllWhiteJpg"
+               << " get mat failed!";
     return false;
   }
   try {
@@ -66,7 +69,8 @@ bool OpenCvTool::isAllWhiteJpg(const std::string& jpg_bytes) {
       }
     }
   } catch (const std::exception&) {
-    LOG(ERROR) << "OpenCvTool::isAllWhiteJpg" << " opencv fault";
+    LOG(ERROR) << "OpenCvTool::isAllWhiteJpg"
+               << " opencv fault";
     return false;
   }
   return true;

@@ -86,8 +86,8 @@ TEST(OpenCvToolTest, WhiteIsWhatTheProbeSeesAsWhite) {
 
 TEST(OpenCvToolTest, BytesThatDontDecodeAreNotWhite) {
   const std::string jpeg = encoded(".jpg", cv::Mat(64, 64, CV_8UC3, cv::Scalar(255, 255, 255)));
-  for (const std::string& bytes :
-       {std::string("not an image"), jpeg.substr(0, 20), pellix_test::pngClaiming(100000, 100000)}) {
+  for (const std::string& bytes : {std::string("not an image"), jpeg.substr(0, 20),
+                                   pellix_test::pngClaiming(100000, 100000)}) {
     LogCapture log;
     EXPECT_FALSE(OpenCvTool::isAllWhiteJpg(bytes));
     EXPECT_EQ(log.count("OpenCvTool::isAllWhiteJpg get mat failed!"), 1);

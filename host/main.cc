@@ -27,6 +27,10 @@ constexpr char kUsage[] =
     "                            a line each, kind, tab, POSIX path, tab, Windows path\n"
     "  stop-tools                ends the converters that document previews left running;\n"
     "                            1 when the preview server or the JC program was running\n"
+    "  zoom SRC WxH OUT          SRC zoomed to fit WxH, written to OUT; prints the code\n"
+    "  cut SRC LEFT TOP RIGHT BOTTOM VIEWMAX OUT\n"
+    "                            the rectangle of a view of SRC whose long side is\n"
+    "                            VIEWMAX (below 1: SRC's own pixels), written to OUT\n"
     "\n"
     "Options:\n"
     "  -v, --verbose             show the kernel's log from INFO up (default: ERROR lines)\n"
@@ -47,6 +51,8 @@ constexpr Command kCommands[] = {
     {"config", runConfig},
     {"where", runWhere},
     {"stop-tools", runStopTools},
+    {"zoom", runZoom},
+    {"cut", runCut},
 };
 
 }  // namespace

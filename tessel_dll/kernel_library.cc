@@ -25,6 +25,15 @@ struct LibraryTable {
 };
 LibraryTable* s_p_library_table_ = nullptr;
 
+// A failed first load leaves an empty table for the life of the module; it goes with the
+// module (at its unload or the end of the process), not before.
+struct LibraryTableEnd {
+  ~LibraryTableEnd() {
+    delete s_p_library_table_;
+    s_p_library_table_ = nullptr;
+  }
+} s_library_table_end_;
+
 // A library's full path may have this many wide characters, less one.
 constexpr size_t kPathBufferSize = 300;
 // The program's path is had in full only below this length.

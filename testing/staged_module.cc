@@ -36,4 +36,19 @@ void* StagedModule::takeRaw(int id) {
   return code == 0 ? out : nullptr;
 }
 
+void StagedModule::expectContract(int id, std::initializer_list<int> foreign_ids, void* taken) {
+  ASSERT_TRUE(accquire && have_interface);
+  EXPECT_TRUE(have_interface(id));
+  for (int foreign : foreign_ids) {
+    void* out = &out;
+    EXPECT_FALSE(have_interface(foreign)) << foreign;
+    EXPECT_EQ(accquire(foreign, &out), -4) << foreign;
+    EXPECT_EQ(out, &out) << foreign;
+  }
+  EXPECT_EQ(accquire(id, nullptr), -3);
+  void* again = nullptr;
+  EXPECT_EQ(accquire(id, &again), 0);
+  EXPECT_EQ(again, taken) << "one object";
+}
+
 }  // namespace pellix_test

@@ -3,6 +3,7 @@
 #ifndef TESTING_STAGED_MODULE_H_
 #define TESTING_STAGED_MODULE_H_
 
+#include <initializer_list>
 #include <string>
 
 #include "outside/module_contract.h"
@@ -23,6 +24,10 @@ class StagedModule {
   Interface* take(int id) {
     return static_cast<Interface*>(takeRaw(id));
   }
+
+  // Checks the contract's answers: `id` is had, each of `foreign_ids` isn't, a null place
+  // gives -3, a foreign number -4 with the place untouched, and `id` gives `taken` again.
+  void expectContract(int id, std::initializer_list<int> foreign_ids, void* taken);
 
   ModuleAccquireFn accquire = nullptr;
   ModuleReleaseFn release = nullptr;

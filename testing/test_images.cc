@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <opencv2/imgcodecs.hpp>
+#include <opencv2/imgproc.hpp>
 
 #include "testing/test_support.h"
 
@@ -43,9 +44,8 @@ void vipsTool(const std::vector<std::string>& args) { runTool("/usr/bin/vips", a
 
 std::string plainImage(const std::string& path, int width, int height, const std::string& colour,
                        const std::vector<std::string>& extra) {
-  std::vector<std::string> args = {"convert", "-size",
-                                   std::to_string(width) + "x" + std::to_string(height),
-                                   "xc:" + colour};
+  std::vector<std::string> args = {
+      "convert", "-size", std::to_string(width) + "x" + std::to_string(height), "xc:" + colour};
   args.insert(args.end(), extra.begin(), extra.end());
   args.push_back(path);
   gm(args);
@@ -53,7 +53,8 @@ std::string plainImage(const std::string& path, int width, int height, const std
 }
 
 std::string pngClaiming(uint32_t width, uint32_t height) {
-  const std::string header = bigEndian(width) + bigEndian(height) + std::string("\x08\x06\0\0\0", 5);
+  const std::string header =
+      bigEndian(width) + bigEndian(height) + std::string("\x08\x06\0\0\0", 5);
   // One stored deflate block of 16 bytes: a filter byte and white pixels, then its Adler-32.
   std::string row = std::string(1, '\0') + std::string(15, '\xFF');
   uint32_t a = 1, b = 0;
@@ -61,10 +62,10 @@ std::string pngClaiming(uint32_t width, uint32_t height) {
     a = (a + c) % 65521;
     b = (b + a) % 65521;
   }
-  const std::string zlib = std::string("\x78\x01\x01\x10\x00\xEF\xFF", 7) + row +
-                           bigEndian((b << 16) | a);
-  return std::string("\x89PNG\r\n\x1A\n", 8) + pngChunk("IHDR", header) +
-         pngChunk("IDAT", zlib) + pngChunk("IEND", "");
+  const std::string zlib =
+      std::string("\x78\x01\x01\x10\x00\xEF\xFF", 7) + row + bigEndian((b << 16) | a);
+  return std::string("\x89PNG\r\n\x1A\n", 8) + pngChunk("IHDR", header) + pngChunk("IDAT", zlib) +
+         pngChunk("IEND", "");
 }
 
 std::string withExifOrientation(const std::string& encoded, int orientation) {
@@ -81,6 +82,24 @@ std::string withExifOrientation(const std::string& encoded, int orientation) {
   }
   const size_t after_header = 8 + 12 + 13;  // signature, then IHDR with its 13 bytes
   return encoded.substr(0, after_header) + pngChunk("eXIf", exif) + encoded.substr(after_header);
+}
+
+cv::Mat photoLike(int cols, int rows) {
+  cv::Mat image(rows, cols, CV_8UC3);
+  cv::randu(image, 0, 255);
+  cv::GaussianBlur(image, image, cv::Size(15, 15), 4);
+  return image;
+}
+
+void writeEveryRasterFormat(const std::string& dir, const std::string& stem,
+                            const cv::Mat& image) {
+  const std::string base = dir + "/" + stem;
+  for (const char* ext : {".jpg", ".png", ".bmp", ".webp"}) {
+    EXPECT_TRUE(cv::imwrite(base + ext, image)) << base + ext;
+  }
+  gm({"convert", base + ".png", base + ".gif"});
+  gm({"convert", base + ".png", "-compress", "LZW", base + ".tif"});
+  vipsTool({"copy", base + ".png", base + ".jp2"});
 }
 
 cv::Mat pixelsOf(const std::string& path, int flags) { return cv::imread(path, flags); }

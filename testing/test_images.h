@@ -29,6 +29,19 @@ std::string pngClaiming(uint32_t width, uint32_t height);
 // the start of a JPEG, an eXIf chunk after the header of a PNG.
 std::string withExifOrientation(const std::string& encoded, int orientation);
 
+// The extensions of the raster formats the raster route takes, one file each.
+inline const std::vector<std::string> kRasterExtensions = {"jpg", "png", "bmp", "gif",
+                                                           "tif", "webp", "jp2"};
+
+// A three-channel image of blurred noise, like a photograph to an encoder.
+cv::Mat photoLike(int cols, int rows);
+
+// `image` (three 8-bit channels) written as DIR/STEM.EXT for each of kRasterExtensions: by
+// OpenCV, GraphicsMagick (GIF, LZW TIFF) and libvips (JPEG 2000, which OpenCV's encoder
+// refuses for small images).
+void writeEveryRasterFormat(const std::string& dir, const std::string& stem,
+                            const cv::Mat& image);
+
 // The file's pixels as OpenCV decodes them with `flags`; empty when it can't.
 cv::Mat pixelsOf(const std::string& path, int flags = 1 /* colour */);
 

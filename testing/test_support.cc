@@ -1,5 +1,7 @@
 #include "testing/test_support.h"
 
+#include <sys/resource.h>
+
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <spawn.h>
@@ -205,6 +207,12 @@ bool waitUntil(const std::function<bool()>& done, int seconds) {
     ::usleep(10000);
   }
   return done();
+}
+
+long peakMemoryKib() {
+  struct rusage usage;
+  ::getrusage(RUSAGE_SELF, &usage);
+  return usage.ru_maxrss;
 }
 
 const std::string& useOwnHome() {

@@ -84,6 +84,9 @@ RunResult run(const std::vector<std::string>& argv,
 // Copies a file, keeping its mode bits.
 void copyFile(const std::string& from, const std::string& to);
 
+// The most memory this process has held at once so far, in KiB.
+long peakMemoryKib();
+
 // The staged install tree's bin folder.
 std::string stageBin();
 
