@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include <opencv2/imgcodecs.hpp>
+
 #include "Common/Source/ProcessUtils.h"
 #include "Common/Source/text_forms.h"
 #include "PellixKernel/PellixDriver.h"
@@ -73,14 +75,17 @@ TEST_F(DriverDocumentsTest, ATwelvePageDocumentIsRenderedToItsFirstTenPages) {
             0);
   std::vector<std::wstring> previews;
   LogCapture log;
-  getView(L"D:\\twelve.pdf", previews);
+  ASSERT_EQ(getView(L"D:\\twelve.pdf", previews), codes::kOk);
   // The page count came from the metadata kernel.
   EXPECT_EQ(log.count("-dLastPage=10 -r200 -sOutputFile=\"E:\\p\\twelve.pdf.%d.jpg\""), 1);
-  for (int page = 2; page <= 11; ++page) {
-    EXPECT_EQ(fileExists(drives_.e() + "/p/twelve.pdf." + std::to_string(page) + ".jpg"),
-              page <= 10)
-        << "page " << page;
+  ASSERT_EQ(previews.size(), 10u);
+  for (int page = 1; page <= 10; ++page) {
+    EXPECT_EQ(previews[page - 1], L"E:\\p\\twelve.pdf." + std::to_wstring(page) + L".jpg");
+    // Ghostscript draws the square inch at 200 dots; each page is zoomed into 160x120.
+    const cv::Mat image = cv::imread(drives_.e() + "/p/twelve.pdf." + std::to_string(page) + ".jpg");
+    EXPECT_EQ(image.size(), cv::Size(120, 120)) << "page " << page;
   }
+  EXPECT_FALSE(fileExists(drives_.e() + "/p/twelve.pdf.11.jpg"));
 }
 
 }  // namespace

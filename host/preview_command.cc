@@ -149,9 +149,12 @@ int runPreview(const Args& args) {
                            ? kernel->getView(src, opt.width, opt.height, opt.keep_ratio, out_dir,
                                              made, false, 0)
                            : codes::kPathNotUsable;
+      // A failed raster request still names the file it meant to write; only what stands
+      // on disk was made.
       std::vector<std::string> previews;
       for (const std::wstring& p : made) {
-        if (!p.empty()) previews.push_back(fromKernelPath(p));
+        const std::string posix = p.empty() ? std::string() : fromKernelPath(p);
+        if (!posix.empty() && std::filesystem::exists(posix)) previews.push_back(posix);
       }
       report(opt, file, code, previews);
       ++done;

@@ -20,15 +20,30 @@ gm convert raster/photo.jpg -colorspace CMYK raster/print-cmyk.jpg
 gm convert -size 800x600 plasma:fractal raster/really-a-png.jpg.tmp.png
 mv raster/really-a-png.jpg.tmp.png raster/really-a-png.jpg
 
-# Documents: a PDF of three pages made from PostScript.
+# Documents: a PDF of three pages, an Illustrator-style AI (a PDF under its name), an EPS and
+# a PCX scan. Ghostscript's PDFs open with a long comment that hides their first object from
+# the kernel's look at the head; qpdf writes the same document with its objects first.
 cat > documents/brochure.ps <<'PS'
 /Helvetica findfont 48 scalefont setfont
 1 1 3 { /n exch def 72 700 moveto (Page ) show n 3 string cvs show
         0.2 n 0.25 mul 0.6 setrgbcolor 72 200 400 400 rectfill 0 setgray showpage } for
 PS
-gs -q -dSAFER -dBATCH -dNOPAUSE -sDEVICE=pdfwrite -sOutputFile=documents/brochure.pdf \
+cat > documents/badge.eps <<'PS'
+%!PS-Adobe-3.0 EPSF-3.0
+%%BoundingBox: 0 0 200 120
+0.9 0.3 0.1 setrgbcolor 10 10 180 100 rectfill
+1 setgray /Helvetica-Bold findfont 36 scalefont setfont 30 45 moveto (BADGE) show
+showpage
+PS
+gs -q -dSAFER -dBATCH -dNOPAUSE -sDEVICE=pdfwrite -sOutputFile=documents/gs.pdf \
   documents/brochure.ps
-rm documents/brochure.ps
+qpdf documents/gs.pdf documents/brochure.pdf
+gs -q -dSAFER -dBATCH -dNOPAUSE -dEPSCrop -sDEVICE=pdfwrite -sOutputFile=documents/gs.pdf \
+  documents/badge.eps
+qpdf documents/gs.pdf documents/logo.ai
+rm documents/brochure.ps documents/gs.pdf
+gm convert -size 640x480 gradient:teal-white -fill black -draw "circle 320,240 320,120" \
+  documents/scan.pcx
 
 # Files that must be refused with their codes.
 printf 'plain text\n' > refused/notes.xyz
