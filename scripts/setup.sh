@@ -10,7 +10,7 @@ packages=(
   # libraries
   libgoogle-glog-dev libsqlite3-dev libopencv-dev libvips-dev libqpdf-dev
   # tests and benchmarks
-  libgtest-dev libgmock-dev libbenchmark-dev sqlite3 util-linux
+  libgtest-dev libgmock-dev libbenchmark-dev sqlite3 util-linux time
   # converters the kernel drives, and the peers of the benchmarks
   ghostscript graphicsmagick libvips-tools qpdf
 )
