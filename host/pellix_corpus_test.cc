@@ -31,9 +31,22 @@ void PrintTo(const Sample& s, std::ostream* os) { *os << s.file; }
 // Longer than any route may take on a small real file; a child still running then hangs.
 constexpr int kChildLimitSeconds = 90;
 
-const char* const kRasterKinds[] = {"jpeg", "png", "bmp", "gif", "tiff", "webp", "jp2"};
-const char* const kRasterExtensions[] = {".jpg", ".jpeg", ".png", ".bmp", ".gif", ".tif",
-                                         ".tiff", ".webp", ".jp2", ".j2k", ".jpf"};
+// The routes a sample belongs to, by the manifest's kind, and for a damaged file by the
+// extension it was meant to have (a trailing ".bin" left off).
+enum class Route { kRaster, kDocument, kNone };
+
+const std::map<std::string, Route> kRouteOfExtension = {
+    {".jpg", Route::kRaster},  {".jpeg", Route::kRaster}, {".png", Route::kRaster},
+    {".bmp", Route::kRaster},  {".gif", Route::kRaster},  {".tif", Route::kRaster},
+    {".tiff", Route::kRaster}, {".webp", Route::kRaster}, {".jp2", Route::kRaster},
+    {".j2k", Route::kRaster},  {".jpf", Route::kRaster},  {".pdf", Route::kDocument},
+    {".ai", Route::kDocument}, {".eps", Route::kDocument}, {".pcx", Route::kDocument}};
+
+const std::map<std::string, Route> kRouteOfKind = {
+    {"jpeg", Route::kRaster}, {"png", Route::kRaster},    {"bmp", Route::kRaster},
+    {"gif", Route::kRaster},  {"tiff", Route::kRaster},   {"webp", Route::kRaster},
+    {"jp2", Route::kRaster},  {"pdf", Route::kDocument},  {"ai", Route::kDocument},
+    {"eps", Route::kDocument}, {"pcx", Route::kDocument}};
 
 // Sound files that the kernel refuses on purpose, with the code it gives and why.
 const std::map<std::string, int> kKnownRefusals = {};
@@ -45,14 +58,15 @@ std::string lower(std::string s) {
   return s;
 }
 
-bool isRaster(const Sample& s) {
+Route routeOf(const Sample& s) {
   if (s.kind != "malformed") {
-    return std::find(std::begin(kRasterKinds), std::end(kRasterKinds), s.kind) !=
-           std::end(kRasterKinds);
+    const auto it = kRouteOfKind.find(s.kind);
+    return it == kRouteOfKind.end() ? Route::kNone : it->second;
   }
-  const std::string ext = lower(fs::path(s.file).extension().string());
-  return std::find(std::begin(kRasterExtensions), std::end(kRasterExtensions), ext) !=
-         std::end(kRasterExtensions);
+  fs::path name(lower(s.file));
+  if (name.extension() == ".bin") name = name.stem();
+  const auto it = kRouteOfExtension.find(name.extension().string());
+  return it == kRouteOfExtension.end() ? Route::kNone : it->second;
 }
 
 std::vector<Sample> manifest() {
@@ -171,18 +185,20 @@ TEST_P(CodeOrPreviewTest, EndsWithACodeOrAPreviewThatDecodes) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Raster, RealFileTest,
-                         ::testing::ValuesIn(samples([](const Sample& s) {
-                           return s.kind != "malformed" && isRaster(s);
-                         })),
-                         testName);
+std::vector<Sample> samplesOf(Route route, bool damaged) {
+  return samples([&](const Sample& s) {
+    return (s.kind == "malformed") == damaged && routeOf(s) == route;
+  });
+}
 
+INSTANTIATE_TEST_SUITE_P(Raster, RealFileTest, ::testing::ValuesIn(samplesOf(Route::kRaster, false)),
+                         testName);
 INSTANTIATE_TEST_SUITE_P(DamagedRaster, CodeOrPreviewTest,
-                         ::testing::ValuesIn(samples([](const Sample& s) {
-                           return s.kind == "malformed" && isRaster(s);
-                         })),
-                         testName);
-
+                         ::testing::ValuesIn(samplesOf(Route::kRaster, true)), testName);
+INSTANTIATE_TEST_SUITE_P(Document, RealFileTest,
+                         ::testing::ValuesIn(samplesOf(Route::kDocument, false)), testName);
+INSTANTIATE_TEST_SUITE_P(DamagedDocument, CodeOrPreviewTest,
+                         ::testing::ValuesIn(samplesOf(Route::kDocument, true)), testName);
 // Formats without a route of their own (metafiles, Corel exchange files): a code or a
 // preview, never a crash.
 INSTANTIATE_TEST_SUITE_P(Unrouted, CodeOrPreviewTest,
