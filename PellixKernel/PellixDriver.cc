@@ -5,10 +5,15 @@
 #include "Common/Source/FileCheckUtils.h"
 #include "Common/Source/config_db.h"
 #include "Common/Source/text_forms.h"
+#include "PellixKernel/MagicImage.h"
 #include "PellixKernel/file_type_sniff.h"
 #include "errors/result_codes.h"
+#include "platform/env.h"
+#include "tessel_dll/kernel_library.h"
+#include "tessel_dll/tessel_dll_loader.h"
 
 CPellixDriver* CPellixDriver::s_p_instance_ = nullptr;
+ITesselKernel* CPellixDriver::s_p_meta_data_ = nullptr;
 
 namespace {
 
@@ -37,9 +42,49 @@ int routeMissing(const char* caller, const char* route, const std::wstring& path
 
 }  // namespace
 
-CPellixDriver::CPellixDriver() { LOG(INFO) << "CPellixDriver::CPellixDriver" << " start"; }
+// The siblings are optional: without one the driver serves what it can.
+CPellixDriver::CPellixDriver() {
+  LOG(INFO) << "CPellixDriver::CPellixDriver" << " start";
+  if (LoadKernelLibrary(kTesselKernelDll) == kLibraryOk) {
+    void* meta_data = nullptr;
+    if (AccquireInterface(kTesselKernelInterfaceId, &meta_data) == kLibraryOk) {
+      s_p_meta_data_ = static_cast<ITesselKernel*>(meta_data);
+    }
+    if (s_p_meta_data_ != nullptr) {
+      LOG(INFO) << "CPellixDriver::CPellixDriver" << " OK";
+    } else {
+      LOG(ERROR) << "CPellixDriver::CPellixDriver" << " AccquireInterface["
+                 << kTesselKernelInterfaceId << "] failed.";
+    }
+  } else {
+    LOG(ERROR) << "CPellixDriver::CPellixDriver" << " LoadKernelLibrary[" << kTesselKernelDll
+               << "] failed";
+  }
+  if (!TesselDllLoader::loadOpencvDll()) {
+    LOG(ERROR) << "CPellixDriver::CPellixDriver" << " load " << kTesselOpenCvDll << "failed";
+  }
+  // The document routes' MultiImage isn't carried yet; the raster route goes without it.
+  magic_image_ = new MagicImage(multi_image_);
+  magic_image_->driver_ = this;
+}
 
-CPellixDriver::~CPellixDriver() = default;
+// Not the mirror of the start: the imaging services stop before the image module goes.
+CPellixDriver::~CPellixDriver() {
+  delete magic_image_;
+  magic_image_ = nullptr;
+  if (s_p_meta_data_ != nullptr) {
+    ReleaseInterface(kTesselKernelInterfaceId);
+    FreeKernelLibrary(kTesselKernelDll);
+    s_p_meta_data_ = nullptr;
+  }
+  platform::Env::Default()->StopImaging(g_gdiplus_token);
+  g_gdiplus_token = 0;
+  if (TesselDllLoader::s_p_tessel_opencv_ != nullptr) {
+    ReleaseInterface(kTesselOpenCvInterfaceId);
+    FreeKernelLibrary(kTesselOpenCvDll);
+    TesselDllLoader::s_p_tessel_opencv_ = nullptr;
+  }
+}
 
 int CPellixDriver::getView(const std::wstring& src_image, uint32_t width, uint32_t height,
                            bool keep_ratio, const std::wstring& image_dst_path,
@@ -66,8 +111,11 @@ int CPellixDriver::getView(const std::wstring& src_image, uint32_t width, uint32
     request.image_dst_path = image_dst_path;
     return _getSpecailTypeView(request, previews);
   }
-  (void)time_suffix;
-  return routeMissing("CPellixDriver::getView", "raster route", path);
+  std::wstring out_path;
+  const int code = magic_image_->getView(path, width, height, keep_ratio, false, image_dst_path,
+                                         out_path, time_suffix);
+  previews.push_back(out_path);
+  return code;
 }
 
 int CPellixDriver::getZoomView(const std::wstring& src_image, uint32_t width, uint32_t height,
@@ -76,25 +124,14 @@ int CPellixDriver::getZoomView(const std::wstring& src_image, uint32_t width, ui
   if (!FileCheckUtils::isExists(src_image)) return codes::kSourceMissing;
   if (image_dst_path.empty()) return codes::kNoPreviewFolder;
   if (sniffFileType(src_image) != FT_IMAGE) return codes::kNotZoomable;
-  (void)width, (void)height, (void)keep_ratio, (void)out_path;
-  return routeMissing("CPellixDriver::getZoomView", "raster route", src_image);
+  return magic_image_->getView(src_image, width, height, keep_ratio, true, image_dst_path,
+                               out_path, false);
 }
 
 int CPellixDriver::zoomJpg(const std::wstring& src_image, uint32_t width, uint32_t height,
                            const std::wstring& out_path) {
   if (sniffFileType(src_image) != FT_IMAGE) return codes::kNotZoomable;
-  (void)width, (void)height, (void)out_path;
-  return routeMissing("CPellixDriver::zoomJpg", "raster route", src_image);
-}
-
-int CPellixDriver::cutImage(const std::string& src, std::shared_ptr<ImageRange> p_img_range,
-                            const std::string& dst, int view_max) {
-  if (!p_img_range) {
-    LOG(ERROR) << "CPellixDriver::cutImage" << " p_img_range is null";
-    return codes::kBadArgument;
-  }
-  (void)dst, (void)view_max;
-  return routeMissing("CPellixDriver::cutImage", "image slicing", utf8ToWs(src));
+  return magic_image_->zoomJpg(src_image, width, height, true, out_path);
 }
 
 bool CPellixDriver::startJCHEngine() { return false; }
@@ -108,6 +145,15 @@ void CPellixDriver::reserved7() {}
 void CPellixDriver::refreshThumbBasePath() {
   // Only the re-read counts: it refreshes the preview root that every later request uses.
   common_hepler::ConfigDB::getInstance()->getThumbFileBasePathFromDB();
+}
+
+int CPellixDriver::readMetaData(const std::wstring& path, MetaDataValues& values,
+                                bool want_thumbnails) {
+  const std::string narrow = CodeConv::ws2s(path);
+  if (narrow.empty()) return codes::kPathNotUsable;
+  if (!FileCheckUtils::isExists(narrow)) return codes::kSourceMissing;
+  if (s_p_meta_data_ == nullptr) return codes::kMetaModuleFailed;
+  return s_p_meta_data_->read(narrow.c_str(), values, want_thumbnails);
 }
 
 int CPellixDriver::_getSpecailTypeView(const ViewRequest& request,

@@ -93,4 +93,14 @@ TEST_F(ModuleEntryTest, GetViewChecksInItsOrder) {
   EXPECT_EQ(kernel->cutImage("a.jpg", nullptr, "b.jpg", 800), 1002);
 }
 
+TEST_F(ModuleEntryTest, SiblingsAreLookedForBesideTheHostProgramOnly) {
+  // The siblings are staged beside the kernel module, but this program lives elsewhere.
+  ASSERT_TRUE(pellix_test::fileExists(pellix_test::stageBin() + "/TesselKernel.dll"));
+  LogCapture log;
+  EXPECT_NE(take(), nullptr) << "the start goes on without them";
+  EXPECT_EQ(log.count("CPellixDriver::CPellixDriver LoadKernelLibrary[TesselKernel.dll] failed"),
+            1);
+  EXPECT_EQ(log.count("CPellixDriver::CPellixDriver load TesselOpenCV.dllfailed"), 1);
+}
+
 }  // namespace

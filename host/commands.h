@@ -3,6 +3,7 @@
 #ifndef HOST_COMMANDS_H_
 #define HOST_COMMANDS_H_
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,14 @@ int runPreview(const Args& args);
 int runErrors(const Args& args);
 int runConfig(const Args& args);
 int runWhere(const Args& args);
+int runZoom(const Args& args);
+int runCut(const Args& args);
+
+// A size "WIDTHxHEIGHT", both above 0; false for anything else.
+bool parseSize(const std::string& text, uint32_t* width, uint32_t* height);
+
+// The error table's message of a code; empty for 0.
+std::string messageOf(int code);
 
 // Prints "pellix: " and the text on the standard error stream, with the hint to --help, and
 // gives kExitUsage.

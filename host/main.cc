@@ -25,6 +25,10 @@ constexpr char kUsage[] =
     "                            preview root, the regular preview, and the preview in\n"
     "                            the long-path tree when the regular path is too long;\n"
     "                            a line each, kind, tab, POSIX path, tab, Windows path\n"
+    "  zoom SRC WxH OUT          SRC zoomed to fit WxH, written to OUT; prints the code\n"
+    "  cut SRC LEFT TOP RIGHT BOTTOM VIEWMAX OUT\n"
+    "                            the rectangle of a view of SRC whose long side is\n"
+    "                            VIEWMAX (below 1: SRC's own pixels), written to OUT\n"
     "\n"
     "Options:\n"
     "  -v, --verbose             show the kernel's log from INFO up (default: ERROR lines)\n"
@@ -44,6 +48,8 @@ constexpr Command kCommands[] = {
     {"errors", runErrors},
     {"config", runConfig},
     {"where", runWhere},
+    {"zoom", runZoom},
+    {"cut", runCut},
 };
 
 }  // namespace

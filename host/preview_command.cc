@@ -29,17 +29,6 @@ struct PreviewOptions {
   std::vector<std::string> paths;
 };
 
-bool parseSize(const std::string& text, uint32_t* width, uint32_t* height) {
-  unsigned long w = 0, h = 0;
-  char x = 0, rest = 0;
-  if (std::sscanf(text.c_str(), "%lu%c%lu%c", &w, &x, &h, &rest) != 3 || (x != 'x' && x != 'X'))
-    return false;
-  if (w == 0 || h == 0 || w > 0xFFFFFFFFul || h > 0xFFFFFFFFul) return false;
-  *width = static_cast<uint32_t>(w);
-  *height = static_cast<uint32_t>(h);
-  return true;
-}
-
 // Parses the words; an error text when the call is wrong.
 std::optional<std::string> parse(const Args& args, PreviewOptions* opt) {
   for (size_t i = 0; i < args.size(); ++i) {
@@ -91,14 +80,6 @@ std::vector<std::string> collectFiles(const std::vector<std::string>& paths) {
   return files;
 }
 
-std::string messageOf(int code) {
-  if (code == codes::kOk) return "";
-  const errors::ErrorLookup found = errors::lookupError(code);
-  if (found.kind == errors::ErrorLookup::Kind::kMessage) return wsToUtf8(found.message);
-  return found.kind == errors::ErrorLookup::Kind::kNoKnownMessage ? "(no known message)"
-                                                                  : "(not in the table)";
-}
-
 void report(const PreviewOptions& opt, const std::string& src, int code,
             const std::vector<std::string>& previews) {
   if (opt.json) {
@@ -116,6 +97,25 @@ void report(const PreviewOptions& opt, const std::string& src, int code,
 }
 
 }  // namespace
+
+bool parseSize(const std::string& text, uint32_t* width, uint32_t* height) {
+  unsigned long w = 0, h = 0;
+  char x = 0, rest = 0;
+  if (std::sscanf(text.c_str(), "%lu%c%lu%c", &w, &x, &h, &rest) != 3 || (x != 'x' && x != 'X'))
+    return false;
+  if (w == 0 || h == 0 || w > 0xFFFFFFFFul || h > 0xFFFFFFFFul) return false;
+  *width = static_cast<uint32_t>(w);
+  *height = static_cast<uint32_t>(h);
+  return true;
+}
+
+std::string messageOf(int code) {
+  if (code == codes::kOk) return "";
+  const errors::ErrorLookup found = errors::lookupError(code);
+  if (found.kind == errors::ErrorLookup::Kind::kMessage) return wsToUtf8(found.message);
+  return found.kind == errors::ErrorLookup::Kind::kNoKnownMessage ? "(no known message)"
+                                                                  : "(not in the table)";
+}
 
 int runPreview(const Args& args) {
   PreviewOptions opt;

@@ -10,6 +10,7 @@
 #define PLATFORM_ENV_H_
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -68,6 +69,44 @@ struct VolumeIdentity {
 struct DirEntry {
   std::wstring name;  // the entry's own name, without its folder
   bool is_folder = false;
+};
+
+// Pixel formats, numbered as the Windows imaging API numbers them: the low bits name the
+// layout, the higher bits are flags, so that `format & kPixelFormatAlpha` tells whether a
+// format carries alpha.
+using PixelFormat = int32_t;
+inline constexpr PixelFormat kPixelFormatAlpha = 0x40000;
+inline constexpr PixelFormat kPixelFormat8bppIndexed = 0x30803;
+inline constexpr PixelFormat kPixelFormat16bppGrayScale = 0x101004;
+inline constexpr PixelFormat kPixelFormat24bppRGB = 0x21808;
+inline constexpr PixelFormat kPixelFormat32bppRGB = 0x22009;
+inline constexpr PixelFormat kPixelFormat32bppARGB = 0x26200A;
+inline constexpr PixelFormat kPixelFormat48bppRGB = 0x10300C;
+inline constexpr PixelFormat kPixelFormat64bppARGB = 0x34400D;
+inline constexpr PixelFormat kPixelFormat32bppCMYK = 0x200F;
+
+// An image of the imaging services: one loaded from a file (whose pixels are decoded only
+// when it is drawn) or one they drew.
+class Image {
+ public:
+  virtual ~Image() = default;
+  virtual uint32_t Width() const = 0;
+  virtual uint32_t Height() const = 0;
+  virtual PixelFormat GetPixelFormat() const = 0;
+};
+
+// The class identifier under which the imaging services know an encoder.
+struct EncoderId {
+  uint32_t data1 = 0;
+  uint16_t data2 = 0;
+  uint16_t data3 = 0;
+  uint8_t data4[8] = {};
+  bool operator==(const EncoderId&) const = default;
+};
+
+struct ImageEncoderInfo {
+  EncoderId clsid;
+  std::wstring mime_type;  // "image/jpeg"
 };
 
 class Env {
@@ -166,6 +205,36 @@ class Env {
 
   // Unloads a library that LoadLibrary gave; false if the platform refused.
   virtual bool FreeLibrary(void* library) = 0;
+
+  // ---- Imaging ----
+
+  // Starts the imaging services for one user and gives that user's token; 0 if they can't
+  // start. The other imaging operations fail while no token is live.
+  virtual uintptr_t StartImaging() = 0;
+
+  // Ends the use that `token` stands for; a token that isn't live is ignored. The services
+  // can be started again afterwards.
+  virtual void StopImaging(uintptr_t token) = 0;
+
+  // Opens the image file at the path and reads its size and pixel format: JPEG, PNG, GIF
+  // (the first frame), TIFF, BMP, WebP and JPEG 2000, known by their content. Null with
+  // `status` telling why (kNotFound for a missing file).
+  virtual std::shared_ptr<Image> LoadImage(const std::wstring& path, Status* status) = 0;
+
+  // A new image of `width` by `height` in `format`: an opaque white ground with `image`
+  // drawn on it, scaled to fill it, colours in sRGB (CMYK through the image's own colour
+  // profile or a standard one). Null with `status` telling why when the source can't be
+  // decoded in full: a truncated file is a failure, not a partial image.
+  virtual std::shared_ptr<Image> DrawImageOnWhite(const Image& image, uint32_t width,
+                                                  uint32_t height, PixelFormat format,
+                                                  Status* status) = 0;
+
+  // The encoders there are, exactly those of BMP, JPEG, GIF, TIFF and PNG, in this order.
+  virtual std::vector<ImageEncoderInfo> GetImageEncoders() = 0;
+
+  // The image encoded by the encoder of `clsid` (JPEG at the encoder's default quality of
+  // 75), into `bytes`. A format without alpha is encoded without it.
+  virtual Status EncodeImage(const Image& image, const EncoderId& clsid, std::string* bytes) = 0;
 
   // ---- Clock ----
 

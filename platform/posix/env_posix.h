@@ -37,6 +37,13 @@ class PosixEnv final : public Env {
   void* LoadLibrary(const std::wstring& path, std::string* error) override;
   void* GetLibrarySymbol(void* library, const char* name) override;
   bool FreeLibrary(void* library) override;
+  uintptr_t StartImaging() override;
+  void StopImaging(uintptr_t token) override;
+  std::shared_ptr<Image> LoadImage(const std::wstring& path, Status* status) override;
+  std::shared_ptr<Image> DrawImageOnWhite(const Image& image, uint32_t width, uint32_t height,
+                                          PixelFormat format, Status* status) override;
+  std::vector<ImageEncoderInfo> GetImageEncoders() override;
+  Status EncodeImage(const Image& image, const EncoderId& clsid, std::string* bytes) override;
   int64_t NowSeconds() override;
   uint64_t NowMicros() override;
   void SleepForMicroseconds(uint64_t micros) override;
