@@ -177,11 +177,12 @@ class CodeOrPreviewTest : public CorpusTest {};
 
 TEST_P(CodeOrPreviewTest, EndsWithACodeOrAPreviewThatDecodes) {
   const Outcome o = preview();
-  if (o.code == 0) {
-    for (const std::string& p : o.previews)
-      EXPECT_FALSE(cv::imread(p).empty()) << p << " was reported but does not decode";
-  } else {
-    EXPECT_TRUE(o.previews.empty()) << "a failed file listed previews";
+  // A failed raster request still names the preview it meant to write; whatever stands there
+  // must be a whole picture, never a half-written one.
+  for (const std::string& p : o.previews) {
+    if (o.code == 0 || fs::exists(p)) {
+      EXPECT_FALSE(cv::imread(p).empty()) << p << " is listed but does not decode";
+    }
   }
 }
 
