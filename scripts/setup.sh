@@ -11,7 +11,7 @@ packages=(
   libgoogle-glog-dev libsqlite3-dev libopencv-dev libvips-dev libqpdf-dev
   libgraphicsmagick1-dev
   # tests and benchmarks
-  libgtest-dev libgmock-dev libbenchmark-dev sqlite3 util-linux
+  libgtest-dev libgmock-dev libbenchmark-dev sqlite3 util-linux time
   # converters the kernel drives, and the peers of the benchmarks
   ghostscript graphicsmagick libvips-tools qpdf
 )
