@@ -83,6 +83,24 @@ TEST_F(TesselOpenCvTest, ReadsEachKindWithItsFlags) {
   }
 }
 
+// The picture with a whole JPEG carried in an APP1 segment before its own segments.
+std::string withThumbnail(const std::string& jpeg, const std::string& thumbnail) {
+  const std::string body = std::string("Exif\0\0", 6) + thumbnail;
+  const size_t length = body.size() + 2;
+  return jpeg.substr(0, 2) + "\xFF\xE1" + static_cast<char>(length >> 8) +
+         static_cast<char>(length & 0xFF) + body + jpeg.substr(2);
+}
+
+TEST_F(TesselOpenCvTest, AWholePictureFollowedByMoreDataIsDecoded) {
+  // A file that carries a second picture after the first (a gain map), itself cut short.
+  const std::string jpeg =
+      readFile(write("good.jpg", cv::Mat(200, 300, CV_8UC3, cv::Scalar(9, 99, 199))));
+  pellix_test::writeFile(tmp_.path() + "/two.jpg", jpeg + jpeg.substr(0, jpeg.size() / 2));
+  cv::Mat image;
+  ASSERT_EQ(images_->readImage(path("two.jpg"), 1, image), 0);
+  EXPECT_EQ(image.size(), cv::Size(300, 200));
+}
+
 TEST_F(TesselOpenCvTest, BadFilesGetTheirCodeAndALogLine) {
   const std::string jpeg =
       readFile(write("good.jpg", cv::Mat(200, 300, CV_8UC3, cv::Scalar(9, 99, 199))));
@@ -98,6 +116,9 @@ TEST_F(TesselOpenCvTest, BadFilesGetTheirCodeAndALogLine) {
       {"words.png", "nothing but words", "no image header of a known format"},
       {"head.jpg", jpeg.substr(0, 100), "can't decode file:"},
       {"cut.jpg", jpeg.substr(0, jpeg.size() / 2), "the JPEG data ends before its end marker"},
+      // The whole thumbnail inside APP1 doesn't make up for the cut picture after it.
+      {"cut-with-thumbnail.jpg", withThumbnail(jpeg, jpeg).substr(0, jpeg.size() * 3 / 2),
+       "the JPEG data ends before its end marker"},
       {"cut.png", png.substr(0, png.size() / 2), "can't decode file:"},
       {"lying.png", pellix_test::pngClaiming(100000, 100000), "declared size 100000x100000"},
       {"large.png", pellix_test::pngClaiming(20000, 20000), "declared size 20000x20000"},

@@ -18,13 +18,26 @@ MatStatus readImageFile(const std::wstring& path, std::string* bytes, std::strin
 
 namespace {
 
-// Whether the end marker stands after the last scan. Scan data never holds it (a 0xFF byte
-// there is followed by 0x00 or a restart number), so its absence means the file was cut.
-// Bytes after the marker (some writers leave padding) don't matter.
+// Whether the end marker follows the image's first scan. The segments before that scan are
+// walked by their lengths, so an embedded thumbnail (inside APP1) is stepped over; scan data
+// never holds the marker (a 0xFF byte there is followed by 0x00 or a restart number), so its
+// absence after the first scan means the file was cut. What follows the marker (padding, the
+// second picture of a file that carries a gain map) doesn't matter.
 bool endsWithJpegEnd(const std::string& bytes) {
-  const size_t end = bytes.rfind("\xFF\xD9", std::string::npos, 2);
-  const size_t scan = bytes.rfind("\xFF\xDA", std::string::npos, 2);
-  return end != std::string::npos && scan != std::string::npos && end > scan;
+  size_t at = 2;  // after the start marker
+  while (at + 4 <= bytes.size()) {
+    if (static_cast<unsigned char>(bytes[at]) != 0xFF) return false;
+    const unsigned char marker = static_cast<unsigned char>(bytes[at + 1]);
+    if (marker == 0xFF) {  // fill byte before a marker
+      ++at;
+      continue;
+    }
+    const size_t length = (static_cast<unsigned char>(bytes[at + 2]) << 8) |
+                          static_cast<unsigned char>(bytes[at + 3]);
+    if (marker == 0xDA) return bytes.find("\xFF\xD9", at + 2 + length) != std::string::npos;
+    at += 2 + length;
+  }
+  return false;
 }
 
 }  // namespace
