@@ -2,6 +2,7 @@
 // tests make.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
 #include "Common/Source/text_forms.h"
@@ -69,6 +70,8 @@ TEST(GmExeTest, TheLineForWhitePicturesNegatesThem) {
 TEST(GmExeTest, FailuresEndWithACodeAndNoPicture) {
   TestDrives drives;
   writeFile(drives.d() + "/not a picture.jpg", "plain text, no picture at all");
+  // A GIF screen of 70x70 and nothing after it: gm opens its output before it fails.
+  writeFile(drives.d() + "/header only.gif", std::string("GIF87aF\0F\0\r\n\x1a\n\n", 15));
   struct Case {
     const char* why;
     std::wstring line;
@@ -78,11 +81,12 @@ TEST(GmExeTest, FailuresEndWithACodeAndNoPicture) {
       {"no drive holds the output", plainLine(20, 20, L"D:\\not a picture.jpg", L"Q:\\a.jpg"), 2},
       {"gm can't read the source", plainLine(20, 20, L"D:\\not a picture.jpg", L"E:\\a.jpg"), 1},
       {"the source is missing", plainLine(20, 20, L"D:\\missing.ppm", L"E:\\a.jpg"), 1},
+      {"gm fails half-way", plainLine(20, 20, L"D:\\header only.gif", L"E:\\a.jpg"), 1},
   };
   for (const Case& c : cases) {
     const platform::ProcessExit exit = runLikeTheKernel(converterPath(L"GM\\gm.exe"), c.line);
     EXPECT_EQ(exit.code, c.code) << "row: " << c.why;
-    EXPECT_FALSE(fileExists(drives.e() + "/a.jpg")) << "row: " << c.why;
+    EXPECT_TRUE(std::filesystem::is_empty(drives.e())) << "row: " << c.why;
   }
 }
 
