@@ -45,6 +45,33 @@ int gdiStatusOf(const platform::Status& status) {
   }
 }
 
+// Puts each pixel of an 8-bit image with alpha on opaque white, in single-precision floats:
+// the colour times alpha/255, plus (1 - alpha/255) x 255 truncated, truncated and limited to
+// 255. `out` has three channels, or four to flatten in place (its alpha is left alone):
+// every colour byte depends only on itself and the pixel's alpha.
+void flattenOnWhite(const cv::Mat& in, cv::Mat& out) {
+  const int step = out.channels();
+  cv::parallel_for_(cv::Range(0, in.rows), [&](const cv::Range& rows) {
+    for (int y = rows.start; y < rows.end; ++y) {
+      const uchar* src = in.ptr<uchar>(y);
+      uchar* dst = out.ptr<uchar>(y);
+      for (int x = 0; x < in.cols; ++x, src += 4, dst += step) {
+        const uchar a = src[3];
+        if (a == 255) {
+          dst[0] = src[0], dst[1] = src[1], dst[2] = src[2];
+          continue;
+        }
+        const float f = static_cast<float>(a) / 255.0f;
+        const float back = static_cast<float>(static_cast<int>((1.0f - f) * 255.0f));
+        for (int c = 0; c < 3; ++c) {
+          const int v = a == 0 ? 255 : static_cast<int>(static_cast<float>(src[c]) * f + back);
+          dst[c] = static_cast<uchar>(std::min(v, 255));
+        }
+      }
+    }
+  });
+}
+
 }  // namespace
 
 bool WideLessNoCase::operator()(const std::wstring& a, const std::wstring& b) const {
@@ -161,7 +188,11 @@ int MagicImage::_zoomByOpenCV(const std::wstring& path, uint32_t width, uint32_t
       mat = images->renderAlphaWhite(decoded, alpha_cfg.mode);
     } else {
       if (decoded.depth() != CV_8U) decoded.convertTo(decoded, CV_8U, 1.0 / 257.0);
-      mat = composeOnWhite(decoded);
+      // Flattened in the decoded buffer and brought to three channels only at the wanted
+      // size: the same pixels as composeOnWhite then the resize, without a second full-size
+      // image.
+      flattenOnWhite(decoded, decoded);
+      mat = decoded;
     }
     decoded.release();
     if (mat.empty()) code = codes::kOpenCvReadFailed;
@@ -176,6 +207,7 @@ int MagicImage::_zoomByOpenCV(const std::wstring& path, uint32_t width, uint32_t
   if (code == codes::kOk) code = _resizeImg(mat, width, height, keep_ratio, &target);
   if (code == codes::kOk) {
     if (target != mat.size()) cv::resize(mat, mat, target, 0, 0, cv::INTER_AREA);
+    if (mat.channels() == 4) cv::cvtColor(mat, mat, cv::COLOR_BGRA2BGR);
     prepareDst(dst);
     code = images->writeImage(dst, mat);
     if (code == codes::kOk) return codes::kOk;
@@ -250,26 +282,7 @@ void MagicImage::prepareDst(const std::wstring& dst) {
 }
 
 cv::Mat MagicImage::composeOnWhite(const cv::Mat& mat) {
-  cv::Mat out(mat.rows, mat.cols, CV_8UC3, cv::Scalar(255, 255, 255));
-  cv::parallel_for_(cv::Range(0, mat.rows), [&](const cv::Range& rows) {
-    for (int y = rows.start; y < rows.end; ++y) {
-      const uchar* src = mat.ptr<uchar>(y);
-      uchar* dst = out.ptr<uchar>(y);
-      for (int x = 0; x < mat.cols; ++x, src += 4, dst += 3) {
-        const uchar a = src[3];
-        if (a == 0) continue;
-        if (a == 255) {
-          dst[0] = src[0], dst[1] = src[1], dst[2] = src[2];
-          continue;
-        }
-        const float f = static_cast<float>(a) / 255.0f;
-        const float back = static_cast<float>(static_cast<int>((1.0f - f) * 255.0f));
-        for (int c = 0; c < 3; ++c) {
-          const int v = static_cast<int>(static_cast<float>(src[c]) * f + back);
-          dst[c] = static_cast<uchar>(std::min(v, 255));
-        }
-      }
-    }
-  });
+  cv::Mat out(mat.rows, mat.cols, CV_8UC3);
+  flattenOnWhite(mat, out);
   return out;
 }

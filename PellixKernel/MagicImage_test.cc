@@ -264,6 +264,23 @@ TEST_F(MagicImageTest, TransparencyGoesOnWhite) {
   EXPECT_LE(cv::norm(bgrAt(made, 50, 50), cv::Vec3b(0, 0, 255), cv::NORM_INF), 3);
 }
 
+TEST_F(MagicImageTest, TransparencyIsFlattenedToTheSamePixelsWithoutAFlatCopy) {
+  // Every alpha over every colour; a PNG preview keeps the pixels exact.
+  cv::Mat art(301, 457, CV_8UC4);
+  cv::randu(art, cv::Scalar::all(0), cv::Scalar::all(256));
+  write("art.png", art);
+  const cv::Mat flat = MagicImageTestAccess::composeOnWhite(magic_, art);
+  for (const cv::Size want : {cv::Size(120, 80), cv::Size(457, 301)}) {
+    SCOPED_TRACE(want);
+    ASSERT_EQ(magic_.zoomJpg(wide("art.png"), want.width, want.height, false, wide("flat.png")), 0);
+    cv::Mat expected;
+    cv::resize(flat, expected, want, 0, 0, cv::INTER_AREA);
+    const cv::Mat made = cv::imread(file("flat.png"), cv::IMREAD_UNCHANGED);
+    ASSERT_EQ(made.type(), CV_8UC3);
+    EXPECT_EQ(cv::norm(made, expected, cv::NORM_INF), 0);
+  }
+}
+
 TEST_F(MagicImageTest, WhiteArtworkStaysVisible) {
   write("logo.png", whiteLogo());
   const std::wstring dst = windowsPath(tmp_.mkdir("out"));
