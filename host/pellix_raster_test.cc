@@ -96,6 +96,21 @@ TEST(PellixRasterTest, WithoutTheImageModuleTheImagingServicesMakeThePreviews) {
   }
 }
 
+// A picture that no engine can read, GraphicsMagick last: its code, and no preview listed or
+// left where the kernel meant to write it.
+TEST(PellixRasterTest, AFileNoEngineReadsGetsItsCodeAndNoPreview) {
+  TempDir tmp;
+  makeSamples(tmp);
+  const std::string whole = pellix_test::readFile(tmp.path() + "/in/photo.jpg");
+  const std::string cut = tmp.write("cut/cut.jpg", whole.substr(0, 300));
+  const std::string out = tmp.path() + "/out";
+  const RunResult r = pellix({"preview", "--json", "-o", out, cut});
+  EXPECT_EQ(r.status, 1) << r.err;
+  EXPECT_NE(r.out.find("\"code\":2229,"), std::string::npos) << r.out;
+  EXPECT_NE(r.out.find("\"previews\":[]"), std::string::npos) << r.out;
+  EXPECT_TRUE(!std::filesystem::exists(out) || std::filesystem::is_empty(out));
+}
+
 TEST(PellixRasterTest, ZoomAndCut) {
   TempDir tmp;
   cv::Mat image(400, 1000, CV_8UC3);
